@@ -1,0 +1,51 @@
+#include "tests/support/dialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QTimer>
+
+namespace {
+QString &title()
+{
+    static QString text;
+    return text;
+}
+QString &directory()
+{
+    static QString text;
+    return text;
+}
+} // namespace
+
+void answerNextFileDialog(const QString &path)
+{
+    auto *timer = new QTimer(qApp);
+    timer->setInterval(5);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, path] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        timer->stop();
+        timer->deleteLater();
+        title() = dialog->windowTitle();
+        directory() = dialog->directory().absolutePath();
+        if (path.isEmpty()) {
+            dialog->reject();
+            return;
+        }
+        dialog->selectFile(path);
+        // done() rather than accept(): no question about replacing a file.
+        dialog->done(QDialog::Accepted);
+    });
+    timer->start();
+}
+
+QString lastDialogTitle()
+{
+    return title();
+}
+
+QString lastDialogDirectory()
+{
+    return directory();
+}

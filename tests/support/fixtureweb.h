@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QObject>
+#include <QPair>
+#include <QString>
+
+// An in-process web on loopback for end-to-end tests. The origin answers for the
+// sites' real host names over HTTPS, with a certificate of a test authority that
+// only this process trusts, and over plain HTTP on its own port. A SOCKS5 proxy
+// hands every connection to the origin; start() makes it the application proxy,
+// so the product's own addresses reach the fixtures unchanged.
+//
+// Adding a page takes one line:
+//     web.routeFile(TFM_ROOT_URL + u"/x/startseite/wettbewerb/GB1/plus/?saison_id=2023"_s,
+//                   u"tfm/league_clubs.html"_s);
+class FixtureWeb : public QObject
+{
+    Q_OBJECT
+
+public:
+    // One scripted answer.
+    struct Answer
+    {
+        int status = 200;
+        QByteArray body;
+        QByteArray contentType = "text/html; charset=utf-8";
+        // With a 3xx status: the Location header.
+        QByteArray location;
+        // Close the connection without any answer.
+        bool closeConnection = false;
+    };
+
+    // One request as the origin received it.
+    struct Request
+    {
+        QString url; // scheme://host/path?query, as routes are keyed
+        QByteArray method;
+        QList<QPair<QByteArray, QByteArray>> headers; // in the order received
+        QByteArray header(const QByteArray &name) const; // case-insensitive, first match
+    };
+
+    explicit FixtureWeb(QObject *parent = nullptr);
+    ~FixtureWeb() override;
+
+    // Listens on 127.0.0.1, trusts the test authority in this process and sets the
+    // SOCKS5 proxy as the application proxy. False when a socket could not listen.
+    bool start();
+    // Sets the application proxy to the SOCKS5 proxy again (after a test changed it).
+    void useAsApplicationProxy() const;
+
+    // url is the full address as the product asks for it: "https://host/path?query"
+    // or, for the plain origin, plainUrl(path). An unrouted address answers 404
+    // with an empty body.
+    void route(const QString &url, const Answer &answer);
+    void routeFile(const QString &url, const QString &fixture, int status = 200);
+    void routeBody(const QString &url, const QByteArray &body, int status = 200);
+    // The i-th request gets answers[i]; the last answer repeats.
+    void routeSequence(const QString &url, const QList<Answer> &answers);
+    void clearRoutes();
+
+    QList<Request> requests() const;
+    int requestCount(const QString &url) const;
+    void clearRequests();
+
+    quint16 proxyPort() const;
+    quint16 plainPort() const;
+    // "http://127.0.0.1:<port>" + path
+    QString plainUrl(const QString &path) const;
+
+private:
+    class Private;
+    Private *d;
+};
+
+// Shortens the fetcher's pacing waits to one millisecond a second while it lives,
+// and clears the record of waits seen.
+class FastWaits
+{
+public:
+    explicit FastWaits(int millisecondsPerSecond = 1);
+    ~FastWaits();
+    FastWaits(const FastWaits &) = delete;
+    FastWaits &operator=(const FastWaits &) = delete;
+};
