@@ -35,7 +35,7 @@ void answerNextFileDialog(const QString &path)
         }
         dialog->selectFile(path);
         // done() rather than accept(): no question about replacing a file.
-        dialog->done(QDialog::Accepted);
+        static_cast<QDialog *>(dialog)->done(QDialog::Accepted);
     });
     timer->start();
 }
