@@ -18,6 +18,7 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -136,8 +137,10 @@ void DataInterface::expandFmdList(QStringList &urls)
 
 int DataInterface::playerPageTotal(qsizetype players) const
 {
-    const int n = int(players);
-    return includePlayerData && includePlayerHistory ? 2 * n : n;
+    // Each player has a data page and a history page only when both are asked for.
+    const qint64 total
+        = includePlayerData && includePlayerHistory ? 2 * qint64(players) : qint64(players);
+    return int(qMin(total, qint64(std::numeric_limits<int>::max())));
 }
 
 int DataInterface::runLeaguePass(QStringList &urls)

@@ -7,26 +7,54 @@
 #include <QLocale>
 #include <QTextStream>
 
+#include <cmath>
 #include <limits>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Truncates toward zero like a cast, but a value past the 64-bit range (a
+// wrapped-around estimate can get there) or not a number stays defined.
+qint64 truncated(float value)
+{
+    constexpr float limit = 9.2e18f;
+    if (std::isnan(value))
+        return 0;
+    if (value >= limit)
+        return std::numeric_limits<qint64>::max();
+    if (value <= -limit)
+        return std::numeric_limits<qint64>::min();
+    return qint64(value);
+}
+
+// float(count * unit), with the product taken where it can't overflow; exact
+// below 2^53, so the one rounding is the conversion to float as before.
+float scaled(qint64 count, qint64 unit)
+{
+    return float(double(count) * double(unit));
+}
+
+} // namespace
+
 QString formatTime(const float &milliseconds)
 {
-    // Single precision throughout, truncating toward zero, so that long runs
-    // round the way they always have.
-    const qint32 h = qint32(milliseconds / 3600000.0f);
-    const qint32 m = qint32((milliseconds - float(h * 3600000)) / 60000.0f);
-    const qint32 s = qint32((milliseconds - float(m * 60000) - float(h * 3600000)) / 1000.0f);
+    // Single precision throughout, truncating toward zero: past about 4.66 hours
+    // the milliseconds are already rounded before they are split.
+    const qint64 h = truncated(milliseconds / 3600000.0f);
+    const qint64 m = truncated((milliseconds - scaled(h, 3600000)) / 60000.0f);
+    const qint64 s = truncated((milliseconds - scaled(m, 60000) - scaled(h, 3600000)) / 1000.0f);
     if (h < 1)
         return u"%1:%2"_s.arg(m, 2, 10, QChar(u'0')).arg(s, 2, 10, QChar(u'0'));
     return u"%1:%2:%3"_s.arg(h, 2, 10, QChar(u'0'))
-            .arg(m, 2, 10, QChar(u'0'))
-            .arg(s, 2, 10, QChar(u'0'));
+        .arg(m, 2, 10, QChar(u'0'))
+        .arg(s, 2, 10, QChar(u'0'));
 }
 
 float estimateRemaining(qint64 elapsedMs, quint32 pageCount, quint32 pageCountTotal)
 {
+    // No page finished yet (a run that announced nothing and stops at once):
+    // nothing to average, so 0 ms a page rather than a division by zero.
     const qint64 msPerPage = pageCount == 0 ? 0 : elapsedMs / qint64(pageCount);
     // Wraps around when more pages finished than were announced; left so.
     const quint32 pagesLeft = pageCountTotal - pageCount;
@@ -58,8 +86,8 @@ StatusDisplay::StatusDisplay(QWidget *parent)
 
     auto *figuresRow = new QHBoxLayout;
     const std::pair<QString, QLineEdit *> figures[] = {
-        {u"Pages processed:"_s, pagesEdit},  {u"Progress:"_s, progressEdit},
-        {u"Downloaded:"_s, downloadedEdit},  {u"Time elapsed:"_s, elapsedEdit},
+        {u"Pages processed:"_s, pagesEdit},    {u"Progress:"_s, progressEdit},
+        {u"Downloaded:"_s, downloadedEdit},    {u"Time elapsed:"_s, elapsedEdit},
         {u"Time remaining:"_s, remainingEdit},
     };
     for (const auto &[label, edit] : figures) {
@@ -103,8 +131,13 @@ void StatusDisplay::increment(int pageTextSize)
     // infinite percentage until the test's end resets it.
     progressPercent = pageCountTotal == 0 ? std::numeric_limits<float>::infinity()
                                           : float(pageCount) / float(pageCountTotal) * 100.0f;
+    // Each page's remainder below 1024 is dropped; the sum is taken in single
+    // precision.
     const int kb = pageTextSize / 1024;
-    downloadedKb = quint32(float(kb) + float(downloadedKb));
+    const float sum = float(kb) + float(downloadedKb);
+    downloadedKb = sum <= 0.0f ? 0u
+        : sum >= 4294967295.0f ? std::numeric_limits<quint32>::max()
+                               : quint32(sum);
     refreshDisplay();
 }
 
