@@ -1,13 +1,152 @@
 #include "tfm/tfmleague.h"
 
+#include "core/fetch.h"
+#include "core/scan.h"
+#include "core/sharedstate.h"
+#include "core/values.h"
+
+#include <QPlainTextEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void logLine(const QString &line)
+{
+    if (logOutput)
+        logOutput->appendPlainText(line);
+}
+
+// A club link may point at the club's "spielplan" or "startseite" page; the team
+// pass wants its "leistungsdaten" page. The two steps run in this order, so that
+// a fixtures link goes through the home page word to the squad page word.
+void fixturesToHomePage(QString &url)
+{
+    url.replace(u"spielplan"_s, u"startseite"_s, Qt::CaseSensitive);
+}
+
+void homeToSquadPage(QString &url)
+{
+    url.replace(u"startseite"_s, u"leistungsdaten"_s, Qt::CaseSensitive);
+}
+
+// The year is fixed on purpose, whatever the season of the run. A link that the
+// list already holds keeps it, and the duplicate removal of the pass takes it out.
+void dropSeasonUnlessListed(QString &url)
+{
+    if (!TFM_League::teamUrls().contains(url, Qt::CaseSensitive))
+        url.replace(u"/saison_id/2019"_s, QString(), Qt::CaseSensitive);
+}
+
+// Only a club's squad page is worth a team page fetch.
+void appendIfSquadPage(const QString &url)
+{
+    if (url.contains(u"leistungsdaten"_s, Qt::CaseSensitive))
+        TFM_League::teamUrls().append(url);
+}
+
+void appendClubLink(QString url)
+{
+    fixturesToHomePage(url);
+    homeToSquadPage(url);
+    dropSeasonUnlessListed(url);
+    appendIfSquadPage(url);
+}
+
+void scanClubsTable(QString &text)
+{
+    skipPast(text, u"</thead>"_s);
+    skipPast(text, u"<tr class=\""_s);
+    cutAt(text, u"</tbody>"_s);
+    QString url;
+    while (takeBetween(url, text, u"\" href=\""_s, u"\"><img"_s)) {
+        homeToSquadPage(url);
+        TFM_League::teamUrls().append(url);
+        skipPast(text, u"<tr class=\""_s);
+    }
+}
+
+void scanTournamentTable(QString &text)
+{
+    skipPast(text, u"<td class=\"zentriert no-border-rechts\">"_s);
+    cutAt(text, u"footer"_s);
+    QString url;
+    while (takeBetween(url, text, u"href=\""_s, u"\">"_s)) {
+        homeToSquadPage(url);
+        TFM_League::teamUrls().append(url);
+        // Each club stands in two links in a row: the second one is passed over.
+        skipPast(text, u"href=\""_s);
+    }
+}
+
+// The site's class attribute goes on behind this marker, so it has no closing quote.
+const QString clubNameMarker = u"<span class=\"vereinsname"_s;
+
+void scanClubLinksFromMarker(QString &text)
+{
+    QString url;
+    while (takeBetween(url, text, u"href=\""_s, u"\">"_s)) {
+        appendClubLink(url);
+        if (!skipPast(text, clubNameMarker))
+            break;
+    }
+}
+
+void scanAllLinks(QString &text)
+{
+    // Finds nothing, as the caller has just looked for it in vain.
+    skipPast(text, clubNameMarker);
+    QString url;
+    while (takeBetween(url, text, u"href=\""_s, u"\">"_s)) {
+        appendClubLink(url);
+        skipPast(text, clubNameMarker);
+    }
+}
+
+QString leagueLine(qsizetype leagues, const QString &name, const QString &nation, qsizetype teams)
+{
+    // Piece by piece, so that a "%" in a scraped name is never taken for a place marker.
+    return u"%1"_s.arg(leagues, 6) + u".\t"_s + u"%1"_s.arg(name, -40) + u"\t"_s
+        + u"%1"_s.arg(nation, -35) + u"\t"_s + u"%1"_s.arg(teams, 6) + u" teams"_s;
+}
+
+// Drops any season or "plus" part the user pasted and asks for the season of the run.
+QString seasonAddress(QString url, qint32 season)
+{
+    cutAt(url, u"/saison_id/"_s);
+    cutAt(url, u"/plus/"_s);
+    if (url.endsWith(u'/'))
+        url.chop(1);
+    return url + u"/plus/?saison_id="_s + QString::number(season);
+}
+
+} // namespace
+
 void TFM_League::parsePage(QString &text)
 {
-    Q_UNUSED(text)
+    takeBetween(leagueName, text, u"\"spielername-profil\">"_s, u"<"_s);
+    skipPast(text, u"<div class=\"flagge\">"_s);
+    takeBetween(nation, text, u"title=\""_s, u"\""_s);
+
+    if (skipPast(text, u"Clubs - "_s))
+        scanClubsTable(text);
+    else if (skipPast(text, u"TEAMS STILL REPRESENTED IN COMPETITION"_s))
+        scanTournamentTable(text);
+    else if (skipPast(text, clubNameMarker))
+        scanClubLinksFromMarker(text);
+    else
+        scanAllLinks(text);
 }
 
 void TFM_League::testReport(QString &text)
 {
     parsePage(text);
+    logLine(u"--- TESTING LEAGUE WEBPAGE ---"_s);
+    logLine(u"%1: %2"_s.arg(u"League"_s, toAsciiName(leagueName)));
+    const QStringList urls = teamUrls();
+    logLine(u"%1: %2"_s.arg(u"Teams"_s, QString::number(urls.size())));
+    for (qsizetype i = 0; i < urls.size(); ++i)
+        logLine(u"Team %1: %2"_s.arg(QString::number(i + 1), urls.at(i)));
 }
 
 QStringList &TFM_League::teamUrls()
@@ -18,8 +157,31 @@ QStringList &TFM_League::teamUrls()
 
 bool TFM_League::downloadLeagues(QList<DataWrapper *> &leagues, QStringList &urls, qint32 season)
 {
-    Q_UNUSED(leagues)
-    Q_UNUSED(urls)
-    Q_UNUSED(season)
+    // The addresses as they stand now; the caller's entries are rewritten by place.
+    const QStringList addresses = urls;
+    logLine(u"\nDownloading %1 league page(s)"_s.arg(addresses.size()));
+
+    for (qsizetype i = 0; i < addresses.size(); ++i) {
+        const QString address = seasonAddress(addresses.at(i), season);
+        if (i < urls.size())
+            urls[i] = address;
+
+        QString page;
+        if (!fetchPage(page, address, false, nullptr, 0, 1)) {
+            logLine(u"ERROR: Unable to access %1."_s.arg(address));
+            continue;
+        }
+
+        auto *league = new TFM_League;
+        league->parsePage(page);
+        leagues.append(league);
+        logLine(leagueLine(leagues.size(), league->leagueName, league->nation, teamUrls().size()));
+    }
+
+    const qsizetype removed = teamUrls().removeDuplicates();
+    if (removed < 1)
+        logLine(u"No duplicate teams were found."_s);
+    else
+        logLine(u"%1 duplicate team(s) have been removed from the downloads list."_s.arg(removed));
     return true;
 }
