@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""Reads Transfer Markt export files back with Python's csv module and checks
+their shape: the main file has 41 titles and 40 cells a player plus one for each
+secondary position; the history file has 7 titles and 7 cells a row, each row
+closed by a separator, which a spreadsheet reads as an eighth, empty cell.
+
+Usage: check_csv.py FOLDER [FOLDER...]
+Every *.csv file of a folder is checked; a name with "history" in it is taken
+for a history file, any other for a main file. The byte-for-byte tests of the
+suite hold the program's output equal to the files kept under
+tests/fixtures/tfm/expected, which is the folder CTest passes here.
+"""
+
+import csv
+import pathlib
+import sys
+
+MAIN_TITLES = [
+    "Id", "NameInUrl", "First name", "Second name", "Common name", "Complete name", "DOB",
+    "Nation 1", "Nation 2", "Contract Start", "Contract end", "Value", "World Rep", "Wage",
+    "Club", "On loan from", "GK", "SW", "D", "DM", "M", "AM", "ST", "WB", "FR", "Right", "Left",
+    "Centre", "Right Foot", "Left Foot", "qint32 apps", "qint32 goals", "CA", "PA", "Home Rep",
+    "Current Rep", "Squad no.", "Height (m)", "Loan expiry", "Main position",
+    "Secondary position(s)",
+]
+HISTORY_TITLES = ["Name", "DOB", "Club", "Year", "Apps", "Goals", "Loan"]
+
+# Secondary positions of the players in the fixture files, by id.
+SECONDARY_POSITIONS = {"12345": 3, "4711": 0, "777": 1, "": 0}
+
+BOM = "\ufeff"
+
+
+def read_rows(path):
+    """The rows of a file, with the separator told by its title row."""
+    text = path.read_bytes().decode("utf-8", errors="replace")
+    if not text.startswith(BOM):
+        raise ValueError("no byte-order mark")
+    text = text[len(BOM):]
+    first_title = "Name" if "history" in path.name.lower() else "Id"
+    if not text.startswith(first_title) or len(text) <= len(first_title):
+        raise ValueError("the title row does not begin with %r" % first_title)
+    separator = text[len(first_title)]
+    if separator not in ",;\t":
+        raise ValueError("unexpected separator %r" % separator)
+    if not text.endswith("\n"):
+        raise ValueError("the last row has no line break")
+    rows = list(csv.reader(text.splitlines(), delimiter=separator, quoting=csv.QUOTE_NONE))
+    return separator, rows
+
+
+def check_main(rows):
+    problems = []
+    if rows[0] != MAIN_TITLES:
+        problems.append("title row: %d cells %r" % (len(rows[0]), rows[0]))
+    for number, row in enumerate(rows[1:], start=2):
+        if not row:
+            problems.append("row %d is empty" % number)
+            continue
+        expected = 40 + SECONDARY_POSITIONS.get(row[0], 0)
+        if row[0] not in SECONDARY_POSITIONS:
+            problems.append("row %d: unknown id %r" % (number, row[0]))
+        if len(row) != expected:
+            problems.append("row %d: %d cells, expected %d" % (number, len(row), expected))
+            continue
+        if any(row[32:36]):
+            problems.append("row %d: CA, PA, Home Rep or Current Rep holds a value" % number)
+        if not all(row[40:]):
+            problems.append("row %d: an empty secondary position" % number)
+    return problems
+
+
+def check_history(rows):
+    problems = []
+    if rows[0] != HISTORY_TITLES + [""]:
+        problems.append("title row: %r" % rows[0])
+    for number, row in enumerate(rows[1:], start=2):
+        if len(row) != 8 or row[7] != "":
+            problems.append("row %d: %d cells, expected 7 and a closing separator" % (number, len(row)))
+            continue
+        if row[6] not in ("0", "1"):
+            problems.append("row %d: loan cell %r" % (number, row[6]))
+    return problems
+
+
+def main(folders):
+    checked = 0
+    failed = 0
+    for folder in folders:
+        files = sorted(pathlib.Path(folder).glob("*.csv"))
+        if not files:
+            print("FAIL %s: no CSV files" % folder)
+            failed += 1
+            continue
+        for path in files:
+            checked += 1
+            try:
+                separator, rows = read_rows(path)
+                history = "history" in path.name.lower()
+                problems = check_history(rows) if history else check_main(rows)
+                if len(rows) < 2:
+                    problems.append("no row behind the titles")
+            except ValueError as error:
+                problems = [str(error)]
+            if problems:
+                failed += 1
+                print("FAIL %s" % path.name)
+                for problem in problems:
+                    print("     %s" % problem)
+            else:
+                print("PASS %s (%d rows, separator %r)" % (path.name, len(rows), separator))
+    print("%d passed, %d failed" % (checked - failed, failed))
+    return 1 if failed or checked == 0 else 0
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 2:
+        print(__doc__)
+        sys.exit(2)
+    sys.exit(main(sys.argv[1:]))
