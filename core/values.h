@@ -2,7 +2,10 @@
 
 #include <QString>
 
-// Makes a name safe for an Ascii CSV line.
+// Makes a name safe for an Ascii CSV line: its Latin-1 bytes are read back as
+// UTF-8, commas and semicolons are dropped and a rebuilt o-slash becomes "o".
 QString toAsciiName(const QString &name);
-// Reads an amount or a count as a page shows it; rewrites text in place.
+// Reads an amount or a count as a page shows it ("€1.50m", "500 Th. €", "17");
+// 0 when it can't be read. Rewrites text in place: a title cell's value, with
+// commas turned into points.
 qint32 parseMoney(QString &text);
