@@ -44,17 +44,17 @@ QString MainWindow::promptText()
     // capital "E.G": the prompt has always read so.
     return u"Enter the URLs for each league in the text box below. Enter each league on a new "
            u"line. E.g. (TFM) "_s
-           + TFM_ROOT_URL + u"/premier-league/startseite/wettbewerb/GB1\n"_s
-           + u"E.g. (Elite Prospects) "_s + EP_ROOT_URL + u"/league/nhl\n"_s
-           + u"E.g  (FMDataba) "_s + FMD_ROOT_URL + u"/19/l/4/premier-league/best-players/\n"_s
-           + u"E.g  (FMDataba) "_s + FMD_ROOT_URL + u"/19/n/63/england/best-players/\n"_s
-           + u"OR enter a list of TFM national teams urls, each on a new line. E.G "_s
-           + TFM_ROOT_URL + u"/brasilien/erweiterterkader/verein/3439\n"_s
-           + u"OR enter a list of TFM player urls, each on a new line. E.g. "_s + TFM_ROOT_URL
-           + u"/marten-olsbey/profil/spieler/342229\n"_s
-           + u"OR enter an interval of TFM playerIDs (beware TFM will ban your IP for "
-             u"redirections for 1 minute after each 6 players if you use this 'ID' option).\n"_s
-           + u"E.g 1-654128\n"_s + u"E.g. 28003-28003"_s;
+        + TFM_ROOT_URL + u"/premier-league/startseite/wettbewerb/GB1\n"_s
+        + u"E.g. (Elite Prospects) "_s + EP_ROOT_URL + u"/league/nhl\n"_s + u"E.g  (FMDataba) "_s
+        + FMD_ROOT_URL + u"/19/l/4/premier-league/best-players/\n"_s + u"E.g  (FMDataba) "_s
+        + FMD_ROOT_URL + u"/19/n/63/england/best-players/\n"_s
+        + u"OR enter a list of TFM national teams urls, each on a new line. E.G "_s + TFM_ROOT_URL
+        + u"/brasilien/erweiterterkader/verein/3439\n"_s
+        + u"OR enter a list of TFM player urls, each on a new line. E.g. "_s + TFM_ROOT_URL
+        + u"/marten-olsbey/profil/spieler/342229\n"_s
+        + u"OR enter an interval of TFM playerIDs (beware TFM will ban your IP for "
+          u"redirections for 1 minute after each 6 players if you use this 'ID' option).\n"_s
+        + u"E.g 1-654128\n"_s + u"E.g. 28003-28003"_s;
 }
 
 MainWindow::MainWindow(QWidget *parent)
@@ -96,9 +96,9 @@ MainWindow::MainWindow(QWidget *parent)
     includeOlympicStatsBox = new QCheckBox(u"Include Olympic statistics"_s, central);
     includePlayerDataBox = new QCheckBox(u"Include player data"_s, central);
     includePlayerHistoryBox = new QCheckBox(u"Include player history"_s, central);
-    auto *tfmGroup = groupOf(u"Transfer Markt Settings"_s,
-                             {includeOlympicStatsBox, includePlayerDataBox, includePlayerHistoryBox},
-                             central);
+    auto *tfmGroup
+        = groupOf(u"Transfer Markt Settings"_s,
+                  {includeOlympicStatsBox, includePlayerDataBox, includePlayerHistoryBox}, central);
 
     downloadButton = new QPushButton(u"Download"_s, central);
     saveButton = new QPushButton(u"Save As..."_s, central);
@@ -163,6 +163,9 @@ MainWindow::~MainWindow()
             file.close();
         }
     }
+    // The panel goes with the window: nothing may reach it through the shared
+    // pointer afterwards.
+    setStatusDisplay(nullptr);
 }
 
 void MainWindow::readSettings()
@@ -174,7 +177,7 @@ void MainWindow::readSettings()
     includeOlympicStatsBox->setChecked(settings.value(u"include_olympic_stats"_s, false).toBool());
     includePlayerDataBox->setChecked(settings.value(u"include_player_data"_s, true).toBool());
     includePlayerHistoryBox->setChecked(
-            settings.value(u"include_player_history"_s, false).toBool());
+        settings.value(u"include_player_history"_s, false).toBool());
     websiteBox->setCurrentIndex(settings.value(u"website"_s, 0).toInt());
 }
 
@@ -229,7 +232,8 @@ void MainWindow::onDownload()
     QStringList list = text.split(u"\n"_s, Qt::KeepEmptyParts, Qt::CaseSensitive);
     if (text.isEmpty()) {
         // A plain text box: the tags show as they stand.
-        logBox->setPlainText(u"<b>ERROR: No league URLs nor TFM playerIDs (or urls) entered!</b>"_s);
+        logBox->setPlainText(
+            u"<b>ERROR: No league URLs nor TFM playerIDs (or urls) entered!</b>"_s);
         enterIdleState();
         return;
     }
@@ -296,9 +300,9 @@ void MainWindow::runTest(TestType type)
     QSettings settings;
     const QString folder = settings.value(u"import_path"_s, u"C:/"_s).toString();
     // "export.csv" has no meaning for the pages; the start text has always held it.
-    const QString name = QFileDialog::getOpenFileName(this, title,
-                                                      u"%1/%2"_s.arg(folder, u"export.csv"_s),
-                                                      tr("Webpage Files (*.htm *.html *.txt)"));
+    const QString name
+        = QFileDialog::getOpenFileName(this, title, u"%1/%2"_s.arg(folder, u"export.csv"_s),
+                                       tr("Webpage Files (*.htm *.html *.txt)"));
     if (name.isEmpty())
         return;
     settings.setValue(u"import_path"_s, name.left(name.lastIndexOf(u'/') + 1));
