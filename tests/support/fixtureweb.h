@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPair>
 #include <QString>
+#include <QStringList>
 
 // An in-process web on loopback for end-to-end tests. The origin answers for the
 // sites' real host names over HTTPS, with a certificate of a test authority that
@@ -28,8 +29,14 @@ public:
         QByteArray contentType = "text/html; charset=utf-8";
         // With a 3xx status: the Location header.
         QByteArray location;
-        // Close the connection without any answer.
+        // Close the connection without any answer. Qt sends a request whose
+        // connection closed unanswered once more on a new one (Qt 6.4), and
+        // each try takes the next answer of a sequence.
         bool closeConnection = false;
+        // Further response headers, in this order (e.g. "Set-Cookie").
+        QList<QPair<QByteArray, QByteArray>> headers;
+        // Hold the answer back this long after the request has arrived.
+        int delayMilliseconds = 0;
     };
 
     // One request as the origin received it.
@@ -58,11 +65,24 @@ public:
     void routeBody(const QString &url, const QByteArray &body, int status = 200);
     // The i-th request gets answers[i]; the last answer repeats.
     void routeSequence(const QString &url, const QList<Answer> &answers);
+    // A 3xx answer that sends the client on to location.
+    void routeRedirect(const QString &url, const QString &location, int status = 302);
     void clearRoutes();
 
     QList<Request> requests() const;
     int requestCount(const QString &url) const;
+    // Also clears proxyTargets() and proxyLogins().
     void clearRequests();
+
+    // "host:port" of every CONNECT the SOCKS5 proxy was asked for, in order.
+    QStringList proxyTargets() const;
+    // User name and password of every login at the proxy, in order; a client
+    // without credentials logs in without any and adds nothing here.
+    QList<QPair<QString, QString>> proxyLogins() const;
+
+    // An address in the form routes and Request::url are kept in: host in lower
+    // case, "/" for an empty path, percent-encoded, fragment dropped.
+    static QString canonicalUrl(const QString &url);
 
     quint16 proxyPort() const;
     quint16 plainPort() const;
