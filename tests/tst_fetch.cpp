@@ -594,7 +594,7 @@ void TestFetch::windowTakesInputDuringTheWait()
     QCOMPARE(text, u"<html>slow</html>"_s);
 
     window.reset();
-    // The window handed its panel to the fetcher; it is gone now.
+    // The window had taken the fetcher's panel for its own.
     setStatusDisplay(panel.get());
 }
 

@@ -148,8 +148,6 @@ void TestProxy::openWindow()
 void TestProxy::closeWindow()
 {
     window.reset();
-    // The window handed its panel to the fetcher; it is gone now.
-    setStatusDisplay(nullptr);
 }
 
 void TestProxy::useFixtureProxy()
