@@ -160,6 +160,7 @@ private:
     std::unique_ptr<MainWindow> makeWindow();
 
     QTemporaryDir dir;
+    QTemporaryDir settingsDir;
     QString previousDirectory;
     FixtureWeb web;
     std::unique_ptr<FastWaits> fastWaits;
@@ -169,6 +170,10 @@ void TestMainWindow::initTestCase()
 {
     setApplicationIdentity();
     QStandardPaths::setTestModeEnabled(true);
+    // A store of this test's own: other test programs that keep settings may run
+    // beside it and must not see it cleared under them.
+    QVERIFY(settingsDir.isValid());
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsDir.path());
     QLocale::setDefault(QLocale::c());
     QVERIFY(dir.isValid());
     previousDirectory = QDir::currentPath();
@@ -211,6 +216,9 @@ std::unique_ptr<MainWindow> TestMainWindow::makeWindow()
 
 void TestMainWindow::firstStartDefaults()
 {
+    // The organisation and application names choose the store.
+    QCOMPARE(QSettings().fileName(), settingsDir.filePath(u"TFM/Quillmark.conf"_s));
+
     auto window = makeWindow();
     QVERIFY(window->asciiButton->isChecked());
     QVERIFY(!window->utfButton->isChecked());
