@@ -1,0 +1,207 @@
+// A whole Transfer Markt harvest of one league, 20 clubs and 500 players with
+// their history pages, fetched one page at a time from the fixture web on
+// loopback, with the fetcher's pacing waits cut to nothing.
+#include "bench/benchpages.h"
+#include "core/constants.h"
+#include "core/datainterface.h"
+#include "core/playerpagelist.h"
+#include "core/sharedstate.h"
+#include "status/statusdisplay.h"
+#include "tests/support/fixtureweb.h"
+#include "tfm/tfmhistory.h"
+#include "tfm/tfmleague.h"
+#include "tfm/tfmplayer.h"
+#include "tfm/tfmteam.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPlainTextEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int clubCount = 20;
+constexpr int playersPerClub = 25;
+constexpr int playerCount = clubCount * playersPerClub;
+// The league page, the squad pages, and a profile and a history page a player.
+constexpr int pageCount = 1 + clubCount + 2 * playerCount;
+
+constexpr qsizetype leagueBytes = 150 * 1024;
+constexpr qsizetype squadBytes = 200 * 1024;
+constexpr qsizetype profileBytes = 300 * 1024;
+constexpr qsizetype historyBytes = 150 * 1024;
+
+const QString leagueUrl = TFM_ROOT_URL + u"/bench-liga/startseite/wettbewerb/BL1"_s;
+
+struct Site
+{
+    QString league;
+    QStringList squads;
+    QString profile;
+    QString history;
+};
+
+QString clubPath(int club, const QString &word)
+{
+    return u"/club-%1/%2/verein/%1/saison_id/2023"_s.arg(club).arg(word);
+}
+
+QString playerPath(int player, const QString &word)
+{
+    return u"/player-%1/%2/spieler/%1"_s.arg(player).arg(word);
+}
+
+Site buildSite()
+{
+    Site site;
+    QStringList clubs;
+    for (int club = 1; club <= clubCount; ++club)
+        clubs.append(clubPath(club, u"startseite"_s));
+    site.league = leaguePage(clubs, leagueBytes);
+    for (int club = 1; club <= clubCount; ++club) {
+        QStringList players;
+        for (int i = 0; i < playersPerClub; ++i)
+            players.append(playerPath((club - 1) * playersPerClub + i + 1, u"profil"_s));
+        site.squads.append(squadPage(u"Club %1"_s.arg(club), players, squadBytes));
+    }
+    site.profile = profilePage(profileBytes);
+    site.history = historyPage(historyBytes);
+    return site;
+}
+
+void routeSite(FixtureWeb &web, const Site &site)
+{
+    web.routeBody(leagueUrl + u"/plus/?saison_id=2023"_s, site.league.toUtf8());
+    for (int club = 1; club <= clubCount; ++club) {
+        web.routeBody(TFM_ROOT_URL + clubPath(club, u"leistungsdaten"_s),
+                      site.squads.at(club - 1).toUtf8());
+    }
+    // One body for all players, shared: the memory figure is the harvest's own.
+    const QByteArray profile = site.profile.toUtf8();
+    const QByteArray history = site.history.toUtf8();
+    for (int player = 1; player <= playerCount; ++player) {
+        web.routeBody(TFM_ROOT_URL + playerPath(player, u"profil"_s), profile);
+        web.routeBody(TFM_ROOT_URL + playerPath(player, u"detaillierteleistungsdaten"_s), history);
+    }
+}
+
+// Mean milliseconds to scan one page of this harvest, offline: each kind timed
+// over several scans and weighted by how often the harvest meets it.
+double scanMillisecondsPerPage(const Site &site)
+{
+    constexpr int rounds = 20;
+    QElapsedTimer timer;
+
+    timer.start();
+    for (int i = 0; i < rounds; ++i) {
+        QString text = site.league;
+        TFM_League league;
+        league.parsePage(text);
+    }
+    const double league = double(timer.nsecsElapsed()) / rounds;
+    TFM_League::teamUrls().clear();
+
+    timer.start();
+    for (int i = 0; i < rounds; ++i) {
+        QString text = site.squads.at(i % clubCount);
+        TFM_Team team;
+        team.parsePage(text);
+    }
+    const double squad = double(timer.nsecsElapsed()) / rounds;
+    TFM_Team::playerUrls() = PlayerPageList();
+
+    timer.start();
+    for (int i = 0; i < rounds; ++i) {
+        QString text = site.profile;
+        TFM_Player player;
+        player.parsePage(text);
+    }
+    const double profile = double(timer.nsecsElapsed()) / rounds;
+
+    timer.start();
+    for (int i = 0; i < rounds; ++i) {
+        QString text = site.history;
+        QList<TFM_History> rows;
+        QString name;
+        QString date;
+        TFM_History::scanHistoryPage(rows, text, name, date);
+    }
+    const double history = double(timer.nsecsElapsed()) / rounds;
+
+    const double total = league + clubCount * squad + playerCount * profile + playerCount * history;
+    return total / pageCount / 1e6;
+}
+
+void BM_Harvest(benchmark::State &state)
+{
+    FixtureWeb web;
+    if (!web.start()) {
+        state.SkipWithError("the fixture web could not listen");
+        return;
+    }
+    const Site site = buildSite();
+    routeSite(web, site);
+    const double scanMs = scanMillisecondsPerPage(site);
+
+    FastWaits fast(0);
+    QPlainTextEdit log;
+    StatusDisplay panel;
+    setLogOutput(&log);
+    setStatusDisplay(&panel);
+    setIncludePlayerData(true);
+    setIncludePlayerHistory(true);
+    setIncludeOlympicStats(false);
+
+    DataInterface data;
+    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
+                     &StatusDisplay::incrementPageCountTotal);
+    data.setSeason(2023);
+
+    for (auto _ : state) {
+        state.PauseTiming();
+        // The passes' lists outlive a run; every round starts from empty ones.
+        TFM_League::teamUrls().clear();
+        TFM_Team::playerUrls() = PlayerPageList();
+        web.clearRequests();
+        log.clear();
+        panel.start();
+        QStringList urls{leagueUrl};
+        state.ResumeTiming();
+
+        data.startDownload(TransferMarkt, urls, true);
+
+        state.PauseTiming();
+        panel.stop();
+        if (data.players.size() != playerCount || web.requests().size() != pageCount)
+            state.SkipWithError("the harvest did not fetch every page");
+        state.ResumeTiming();
+    }
+
+    setLogOutput(nullptr);
+    setStatusDisplay(nullptr);
+
+    state.counters["pages"] = pageCount;
+    state.counters["pages/s"]
+        = benchmark::Counter(double(state.iterations()) * pageCount, benchmark::Counter::kIsRate);
+    state.counters["scan_ms/page"] = scanMs;
+    state.counters["peak_rss_MB"] = peakResidentMegabytes();
+}
+BENCHMARK(BM_Harvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,124 @@
+// Scanning time of each Transfer Markt page kind on pages of the site's real size.
+#include "bench/benchpages.h"
+#include "core/playerpagelist.h"
+#include "tfm/tfmhistory.h"
+#include "tfm/tfmleague.h"
+#include "tfm/tfmplayer.h"
+#include "tfm/tfmteam.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype leagueBytes = 150 * 1024;
+constexpr qsizetype squadBytes = 200 * 1024;
+constexpr qsizetype profileBytes = 300 * 1024;
+constexpr qsizetype historyBytes = 150 * 1024;
+
+QStringList numberedPaths(const QString &format, int count)
+{
+    QStringList paths;
+    for (int i = 1; i <= count; ++i)
+        paths.append(format.arg(i));
+    return paths;
+}
+
+void reportPage(benchmark::State &state, const QString &page)
+{
+    const auto bytes = page.toUtf8().size();
+    state.SetBytesProcessed(state.iterations() * bytes);
+    state.counters["page_KB"] = double(bytes) / 1024.0;
+    state.counters["pages/s"]
+        = benchmark::Counter(double(state.iterations()), benchmark::Counter::kIsRate);
+}
+
+void BM_LeaguePage(benchmark::State &state)
+{
+    const QString page
+        = leaguePage(numberedPaths(u"/club-%1/startseite/verein/%1"_s, 20), leagueBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        TFM_League::teamUrls().clear();
+        QString text = page;
+        state.ResumeTiming();
+        TFM_League league;
+        league.parsePage(text);
+        benchmark::DoNotOptimize(league.leagueName);
+    }
+    if (TFM_League::teamUrls().size() != 20)
+        state.SkipWithError("the league page gave the wrong number of clubs");
+    reportPage(state, page);
+}
+BENCHMARK(BM_LeaguePage);
+
+void BM_SquadPage(benchmark::State &state)
+{
+    const QString page
+        = squadPage(u"FC One"_s, numberedPaths(u"/player-%1/profil/spieler/%1"_s, 25), squadBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        TFM_Team::playerUrls() = PlayerPageList();
+        QString text = page;
+        state.ResumeTiming();
+        TFM_Team team;
+        team.parsePage(text);
+        benchmark::DoNotOptimize(team.teamName);
+    }
+    if (TFM_Team::playerUrls().count() != 25)
+        state.SkipWithError("the squad page gave the wrong number of players");
+    reportPage(state, page);
+}
+BENCHMARK(BM_SquadPage);
+
+void BM_ProfilePage(benchmark::State &state)
+{
+    const QString page = profilePage(profileBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        QString text = page;
+        state.ResumeTiming();
+        TFM_Player player;
+        player.parsePage(text);
+        benchmark::DoNotOptimize(player.marketValue);
+        if (player.secondName != u"Smith"_s)
+            state.SkipWithError("the profile page was not read");
+    }
+    reportPage(state, page);
+}
+BENCHMARK(BM_ProfilePage);
+
+void BM_HistoryPage(benchmark::State &state)
+{
+    const QString page = historyPage(historyBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        QString text = page;
+        QList<TFM_History> rows;
+        QString name;
+        QString date;
+        state.ResumeTiming();
+        TFM_History::scanHistoryPage(rows, text, name, date);
+        benchmark::DoNotOptimize(rows.size());
+        if (rows.size() != 2)
+            state.SkipWithError("the history page gave the wrong number of rows");
+    }
+    reportPage(state, page);
+}
+BENCHMARK(BM_HistoryPage);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
