@@ -26,12 +26,10 @@ QChar csvSeparator(const bool &utf)
 
 QFile *openCompanionFile(const QFileInfo &info, const QString &suffix)
 {
-    // Four arg() calls in a row on purpose: a place marker inside the folder
-    // name is filled by the calls that follow, as users' files have always been.
-    const QString name = u"%1/%2%3.%4"_s.arg(info.path())
-                                 .arg(info.baseName())
-                                 .arg(suffix)
-                                 .arg(info.suffix());
+    // Four arg() calls in a row, kept so: a place marker inside the folder name
+    // is filled by the calls that follow, as names have always been built.
+    const QString name
+        = u"%1/%2%3.%4"_s.arg(info.path()).arg(info.baseName()).arg(suffix).arg(info.suffix());
     auto *file = new QFile(name);
     file->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text);
     return file;

@@ -203,8 +203,9 @@ void TestMainWindow::init()
 
 void TestMainWindow::cleanup()
 {
-    // No dialog answer may be left for a later test.
+    // No dialog may stay open and no answer be left for a later test.
     QTRY_VERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(pendingDialogAnswers(), 0);
 }
 
 std::unique_ptr<MainWindow> TestMainWindow::makeWindow()

@@ -15,18 +15,25 @@ QString &directory()
     static QString text;
     return text;
 }
+int &pending()
+{
+    static int count = 0;
+    return count;
+}
 } // namespace
 
 void answerNextFileDialog(const QString &path)
 {
     auto *timer = new QTimer(qApp);
     timer->setInterval(5);
+    ++pending();
     QObject::connect(timer, &QTimer::timeout, timer, [timer, path] {
         auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
         if (!dialog)
             return;
         timer->stop();
         timer->deleteLater();
+        --pending();
         title() = dialog->windowTitle();
         directory() = dialog->directory().absolutePath();
         if (path.isEmpty()) {
@@ -48,4 +55,9 @@ QString lastDialogTitle()
 QString lastDialogDirectory()
 {
     return directory();
+}
+
+int pendingDialogAnswers()
+{
+    return pending();
 }

@@ -10,3 +10,6 @@ void answerNextFileDialog(const QString &path);
 // Title and start directory of the last dialog answered.
 QString lastDialogTitle();
 QString lastDialogDirectory();
+// Answers prepared that no dialog has taken yet: a test that leaves one behind
+// would have it answer a dialog of a later test.
+int pendingDialogAnswers();
