@@ -10,6 +10,7 @@
 #include <QTextStream>
 
 #include <memory>
+#include <type_traits>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +45,7 @@ private slots:
     void baseWriteLiterals_data();
     void baseWriteLiterals();
     void baseParseAndReportLeaveTextAlone();
+    void recordFreedWholeThroughBase();
 
 private:
     QTemporaryDir dir;
@@ -277,6 +279,32 @@ void TestCsvExport::baseParseAndReportLeaveTextAlone()
     QCOMPARE(text, u"<html>page</html>"_s);
     record.testReport(text);
     QCOMPARE(text, u"<html>page</html>"_s);
+}
+
+namespace {
+// A record with a field of its own, which the base pointer must release too.
+class OwningRecord : public DataWrapper
+{
+public:
+    explicit OwningRecord(int *freed)
+        : freed(freed)
+    { }
+    ~OwningRecord() override { ++*freed; }
+
+    QStringList rows = {u"one"_s, u"two"_s};
+
+private:
+    int *freed;
+};
+} // namespace
+
+void TestCsvExport::recordFreedWholeThroughBase()
+{
+    static_assert(std::has_virtual_destructor_v<DataWrapper>);
+    int freed = 0;
+    DataWrapper *record = new OwningRecord(&freed);
+    delete record;
+    QCOMPARE(freed, 1);
 }
 
 QTEST_GUILESS_MAIN(TestCsvExport)
