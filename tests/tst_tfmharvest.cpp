@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -82,6 +83,8 @@ void TestTfmHarvest::initTestCase()
     setApplicationIdentity();
     QLocale::setDefault(QLocale::c());
     QVERIFY(workDir.isValid());
+    // A settings store of this test's own: other test programs may run beside it.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, workDir.path());
     // The window leaves its log.txt in the current folder when it closes.
     startDir = QDir::currentPath();
     QVERIFY(QDir::setCurrent(workDir.path()));

@@ -17,6 +17,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -109,6 +110,8 @@ void TestTfmPasses::initTestCase()
     setApplicationIdentity();
     QStandardPaths::setTestModeEnabled(true);
     QVERIFY(workDir.isValid());
+    // A settings store of this test's own: other test programs may run beside it.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, workDir.path());
     // The window writes "log.txt" into the current directory when it closes.
     startDir = QDir::currentPath();
     QVERIFY(QDir::setCurrent(workDir.path()));

@@ -11,6 +11,7 @@
 #include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -304,6 +305,8 @@ void TestTfmPlayer::initTestCase()
     QStandardPaths::setTestModeEnabled(true);
     setApplicationIdentity();
     QVERIFY(workDir.isValid());
+    // A settings store of this test's own: other test programs may run beside it.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, workDir.path());
     // The window writes its log file into the current directory when it closes.
     startDir = QDir::currentPath();
     QVERIFY(QDir::setCurrent(workDir.path()));
