@@ -1,5 +1,7 @@
 #include "core/sharedstate.h"
 
+#include <QPlainTextEdit>
+
 QPlainTextEdit *logOutput = nullptr;
 StatusDisplay *statusDisplay = nullptr;
 bool includeOlympicStats = false;
@@ -29,4 +31,10 @@ void setIncludePlayerData(const bool &value)
 void setIncludePlayerHistory(const bool &value)
 {
     includePlayerHistory = value;
+}
+
+void appendLog(const QString &line)
+{
+    if (logOutput)
+        logOutput->appendPlainText(line);
 }

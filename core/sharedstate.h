@@ -1,6 +1,7 @@
 #pragma once
 
 class QPlainTextEdit;
+class QString;
 class StatusDisplay;
 
 // Process-wide state that the scanners, the fetcher and the exports reach
@@ -16,3 +17,6 @@ void setStatusDisplay(StatusDisplay *display);
 void setIncludeOlympicStats(const bool &value);
 void setIncludePlayerData(const bool &value);
 void setIncludePlayerHistory(const bool &value);
+
+// Appends one line to the log box; does nothing while no log box is set.
+void appendLog(const QString &line);

@@ -12,12 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void appendLine(const QString &line)
-{
-    if (logOutput)
-        logOutput->appendPlainText(line);
-}
-
 void writeRow(QTextStream &stream, const QChar &separator, const QString &club,
               const TFM_History &row)
 {
@@ -87,17 +81,17 @@ void TFM_History::testReport(QString &text)
     if (!logOutput)
         return;
 
-    appendLine(u"--- TESTING HISTORY WEBPAGE ---"_s);
-    appendLine(toAsciiName(u"%1: %2"_s.arg(u"ASCII name"_s, name)));
-    appendLine(u"%1: %2"_s.arg(u"Name"_s, name));
-    appendLine(u"%1: %2"_s.arg(u"Date of birth"_s, dateOfBirth));
+    appendLog(u"--- TESTING HISTORY WEBPAGE ---"_s);
+    appendLog(toAsciiName(u"%1: %2"_s.arg(u"ASCII name"_s, name)));
+    appendLog(u"%1: %2"_s.arg(u"Name"_s, name));
+    appendLog(u"%1: %2"_s.arg(u"Date of birth"_s, dateOfBirth));
     for (const TFM_History &row : std::as_const(rows)) {
-        appendLine(u"%1: %2"_s.arg(u"Club"_s, row.club));
-        appendLine(u"%1: %2"_s.arg(u"qint32. appearances"_s).arg(row.apps));
-        appendLine(u"%1: %2"_s.arg(u"qint32. goals"_s).arg(row.goals));
-        appendLine(u"%1: %2"_s.arg(u"Year"_s, row.season));
+        appendLog(u"%1: %2"_s.arg(u"Club"_s, row.club));
+        appendLog(u"%1: %2"_s.arg(u"qint32. appearances"_s).arg(row.apps));
+        appendLog(u"%1: %2"_s.arg(u"qint32. goals"_s).arg(row.goals));
+        appendLog(u"%1: %2"_s.arg(u"Year"_s, row.season));
     }
-    appendLine(u"--- COMPLETE ---"_s);
+    appendLog(u"--- COMPLETE ---"_s);
 }
 
 void TFM_History::scanHistoryPage(QList<TFM_History> &rows, QString &page, QString &name,
@@ -134,7 +128,7 @@ bool TFM_History::downloadHistory(QList<TFM_History> &rows, const QString &path,
     const QString address = path;
     QString page;
     if (!fetchSitePage(page, TFM_ROOT_URL, address, false, nullptr, 0, 1)) {
-        appendLine(u"ERROR: Unable to access %1"_s.arg(address));
+        appendLog(u"ERROR: Unable to access %1"_s.arg(address));
         return false;
     }
     scanHistoryPage(rows, page, name, dateOfBirth);

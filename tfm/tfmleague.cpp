@@ -11,12 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void logLine(const QString &line)
-{
-    if (logOutput)
-        logOutput->appendPlainText(line);
-}
-
 // A club link may point at the club's "spielplan" or "startseite" page; the team
 // pass wants its "leistungsdaten" page. The two steps run in this order, so that
 // a fixtures link goes through the home page word to the squad page word.
@@ -141,12 +135,12 @@ void TFM_League::parsePage(QString &text)
 void TFM_League::testReport(QString &text)
 {
     parsePage(text);
-    logLine(u"--- TESTING LEAGUE WEBPAGE ---"_s);
-    logLine(u"%1: %2"_s.arg(u"League"_s, toAsciiName(leagueName)));
+    appendLog(u"--- TESTING LEAGUE WEBPAGE ---"_s);
+    appendLog(u"%1: %2"_s.arg(u"League"_s, toAsciiName(leagueName)));
     const QStringList urls = teamUrls();
-    logLine(u"%1: %2"_s.arg(u"Teams"_s, QString::number(urls.size())));
+    appendLog(u"%1: %2"_s.arg(u"Teams"_s, QString::number(urls.size())));
     for (qsizetype i = 0; i < urls.size(); ++i)
-        logLine(u"Team %1: %2"_s.arg(QString::number(i + 1), urls.at(i)));
+        appendLog(u"Team %1: %2"_s.arg(QString::number(i + 1), urls.at(i)));
 }
 
 QStringList &TFM_League::teamUrls()
@@ -159,7 +153,7 @@ bool TFM_League::downloadLeagues(QList<DataWrapper *> &leagues, QStringList &url
 {
     // The addresses as they stand now; the caller's entries are rewritten by place.
     const QStringList addresses = urls;
-    logLine(u"\nDownloading %1 league page(s)"_s.arg(addresses.size()));
+    appendLog(u"\nDownloading %1 league page(s)"_s.arg(addresses.size()));
 
     for (qsizetype i = 0; i < addresses.size(); ++i) {
         const QString address = seasonAddress(addresses.at(i), season);
@@ -168,20 +162,20 @@ bool TFM_League::downloadLeagues(QList<DataWrapper *> &leagues, QStringList &url
 
         QString page;
         if (!fetchPage(page, address, false, nullptr, 0, 1)) {
-            logLine(u"ERROR: Unable to access %1."_s.arg(address));
+            appendLog(u"ERROR: Unable to access %1."_s.arg(address));
             continue;
         }
 
         auto *league = new TFM_League;
         league->parsePage(page);
         leagues.append(league);
-        logLine(leagueLine(leagues.size(), league->leagueName, league->nation, teamUrls().size()));
+        appendLog(leagueLine(leagues.size(), league->leagueName, league->nation, teamUrls().size()));
     }
 
     const qsizetype removed = teamUrls().removeDuplicates();
     if (removed < 1)
-        logLine(u"No duplicate teams were found."_s);
+        appendLog(u"No duplicate teams were found."_s);
     else
-        logLine(u"%1 duplicate team(s) have been removed from the downloads list."_s.arg(removed));
+        appendLog(u"%1 duplicate team(s) have been removed from the downloads list."_s.arg(removed));
     return true;
 }

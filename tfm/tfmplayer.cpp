@@ -225,12 +225,6 @@ bool isSeniorTeamRow(const QString &title)
     return true;
 }
 
-void appendLine(const QString &line)
-{
-    if (logOutput)
-        logOutput->appendPlainText(line);
-}
-
 QString labelled(const QString &label, const QString &value)
 {
     return u"%1: %2"_s.arg(label, value);
@@ -285,46 +279,46 @@ void TFM_Player::testReport(QString &text)
     if (!logOutput)
         return;
 
-    appendLine(u"--- TESTING PLAYER PROFILE WEBPAGE ---"_s);
-    appendLine(toAsciiName(u"%1: %2 %3 %4 : %5"_s.arg(u"ASCII name"_s, firstName, secondName,
+    appendLog(u"--- TESTING PLAYER PROFILE WEBPAGE ---"_s);
+    appendLog(toAsciiName(u"%1: %2 %3 %4 : %5"_s.arg(u"ASCII name"_s, firstName, secondName,
                                                       commonName, completeName)));
-    appendLine(labelled(u"Forename"_s, firstName));
-    appendLine(labelled(u"Surname"_s, secondName));
-    appendLine(labelled(u"Common name"_s, commonName));
-    appendLine(labelled(u"Complete name"_s, completeName));
-    appendLine(labelled(u"Date of birth"_s, dateOfBirth.toString(Qt::TextDate)));
-    appendLine(labelled(u"Nationality 1"_s, nation1));
-    appendLine(labelled(u"Nationality 2"_s, nation2));
-    appendLine(u"%1: %2"_s.arg(u"Height (m)"_s).arg(double(height), 0, 'g', -1));
-    appendLine(labelled(u"Current club"_s, club));
-    appendLine(labelled(u"On loan from"_s, onLoanFrom));
-    appendLine(labelled(u"Contract start"_s, contractStart.toString(Qt::TextDate)));
-    appendLine(labelled(u"Contract end"_s, contractEnd.toString(Qt::TextDate)));
-    appendLine(labelled(u"Loan end"_s, loanExpiry.toString(Qt::TextDate)));
-    appendLine(u"%1: %2"_s.arg(u"Transfer value"_s).arg(marketValue));
-    appendLine(u"%1: %2"_s.arg(u"World rep"_s).arg(worldRep));
-    appendLine(u"%1: %2"_s.arg(u"Wage"_s).arg(wage));
-    appendLine(u"%1: %2"_s.arg(u"qint32. appearances"_s).arg(internationalApps));
-    appendLine(u"%1: %2"_s.arg(u"qint32. goals"_s).arg(internationalGoals));
-    appendLine(u"%1: %2"_s.arg(u"Squad number"_s).arg(squadNumber));
-    appendLine(labelled(u"Position (main)"_s, mainPosition));
+    appendLog(labelled(u"Forename"_s, firstName));
+    appendLog(labelled(u"Surname"_s, secondName));
+    appendLog(labelled(u"Common name"_s, commonName));
+    appendLog(labelled(u"Complete name"_s, completeName));
+    appendLog(labelled(u"Date of birth"_s, dateOfBirth.toString(Qt::TextDate)));
+    appendLog(labelled(u"Nationality 1"_s, nation1));
+    appendLog(labelled(u"Nationality 2"_s, nation2));
+    appendLog(u"%1: %2"_s.arg(u"Height (m)"_s).arg(double(height), 0, 'g', -1));
+    appendLog(labelled(u"Current club"_s, club));
+    appendLog(labelled(u"On loan from"_s, onLoanFrom));
+    appendLog(labelled(u"Contract start"_s, contractStart.toString(Qt::TextDate)));
+    appendLog(labelled(u"Contract end"_s, contractEnd.toString(Qt::TextDate)));
+    appendLog(labelled(u"Loan end"_s, loanExpiry.toString(Qt::TextDate)));
+    appendLog(u"%1: %2"_s.arg(u"Transfer value"_s).arg(marketValue));
+    appendLog(u"%1: %2"_s.arg(u"World rep"_s).arg(worldRep));
+    appendLog(u"%1: %2"_s.arg(u"Wage"_s).arg(wage));
+    appendLog(u"%1: %2"_s.arg(u"qint32. appearances"_s).arg(internationalApps));
+    appendLog(u"%1: %2"_s.arg(u"qint32. goals"_s).arg(internationalGoals));
+    appendLog(u"%1: %2"_s.arg(u"Squad number"_s).arg(squadNumber));
+    appendLog(labelled(u"Position (main)"_s, mainPosition));
     for (const QString &position : std::as_const(otherPositions))
-        appendLine(labelled(u"Position (alt)"_s, position));
-    appendLine(labelled(u"Foot"_s, foot));
+        appendLog(labelled(u"Position (alt)"_s, position));
+    appendLog(labelled(u"Foot"_s, foot));
 
-    appendLine(u"Pos  (GK): %1"_s.arg(positionRatings[GK]));
-    appendLine(u"Pos  (WB): %1"_s.arg(positionRatings[WB]));
-    appendLine(u"Pos  (SW): %1"_s.arg(positionRatings[SW]));
-    appendLine(u"Pos (DEF): %1"_s.arg(positionRatings[D]));
-    appendLine(u"Pos  (DM): %1"_s.arg(positionRatings[DM]));
-    appendLine(u"Pos (MID): %1"_s.arg(positionRatings[M]));
-    appendLine(u"Pos  (AM): %1"_s.arg(positionRatings[AM]));
-    appendLine(u"Pos  (FR): %1"_s.arg(positionRatings[FR]));
-    appendLine(u"Pos  (ST): %1"_s.arg(positionRatings[ST]));
-    appendLine(u"Side  (L): %1"_s.arg(positionRatings[Left]));
-    appendLine(u"Side  (C): %1"_s.arg(positionRatings[Centre]));
-    appendLine(u"Side  (R): %1"_s.arg(positionRatings[Right]));
-    appendLine(u"--- COMPLETE ---"_s);
+    appendLog(u"Pos  (GK): %1"_s.arg(positionRatings[GK]));
+    appendLog(u"Pos  (WB): %1"_s.arg(positionRatings[WB]));
+    appendLog(u"Pos  (SW): %1"_s.arg(positionRatings[SW]));
+    appendLog(u"Pos (DEF): %1"_s.arg(positionRatings[D]));
+    appendLog(u"Pos  (DM): %1"_s.arg(positionRatings[DM]));
+    appendLog(u"Pos (MID): %1"_s.arg(positionRatings[M]));
+    appendLog(u"Pos  (AM): %1"_s.arg(positionRatings[AM]));
+    appendLog(u"Pos  (FR): %1"_s.arg(positionRatings[FR]));
+    appendLog(u"Pos  (ST): %1"_s.arg(positionRatings[ST]));
+    appendLog(u"Side  (L): %1"_s.arg(positionRatings[Left]));
+    appendLog(u"Side  (C): %1"_s.arg(positionRatings[Centre]));
+    appendLog(u"Side  (R): %1"_s.arg(positionRatings[Right]));
+    appendLog(u"--- COMPLETE ---"_s);
 }
 
 void TFM_Player::addNationalTeamStats(QString &careerText)

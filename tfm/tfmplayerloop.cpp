@@ -13,12 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void logLine(const QString &line)
-{
-    if (logOutput)
-        logOutput->appendPlainText(line);
-}
-
 // The last segment of a player path: the site's id of the player.
 QString idOfPath(const QString &path)
 {
@@ -76,7 +70,7 @@ bool TFM_Player::downloadPlayers(QList<DataWrapper *> &players, PlayerPageList &
     } else {
         historyPages = n;
     }
-    logLine(u"\nDownloading %1 player data page(s) and %2 player history page(s). "
+    appendLog(u"\nDownloading %1 player data page(s) and %2 player history page(s). "
             u"Total page(s): %3"_s.arg(dataPages)
                 .arg(historyPages)
                 .arg(dataPages + historyPages));
@@ -95,7 +89,7 @@ bool TFM_Player::downloadPlayers(QList<DataWrapper *> &players, PlayerPageList &
             QString page;
             QString error;
             if (!fetchSitePage(page, TFM_ROOT_URL, path, followRedirects, &error, 7, 10)) {
-                logLine(u"ERROR: Unable to access %1: %2"_s.arg(path, error));
+                appendLog(u"ERROR: Unable to access %1: %2"_s.arg(path, error));
                 continue;
             }
             player->parsePage(page);
@@ -105,7 +99,7 @@ bool TFM_Player::downloadPlayers(QList<DataWrapper *> &players, PlayerPageList &
             if (!followRedirects)
                 player->nameInUrl = nameOfPath(path);
 
-            logLine(pageLine(*player, count + 1, u"player data"_s));
+            appendLog(pageLine(*player, count + 1, u"player data"_s));
             ++count;
         }
 
@@ -120,7 +114,7 @@ bool TFM_Player::downloadPlayers(QList<DataWrapper *> &players, PlayerPageList &
             if (!player->dateOfBirth.isValid())
                 player->dateOfBirth = QDate::fromString(date, dateFormat);
 
-            logLine(pageLine(*player, count + 1, u"player history"_s));
+            appendLog(pageLine(*player, count + 1, u"player history"_s));
             ++count;
         }
 

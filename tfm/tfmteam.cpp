@@ -12,12 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void logLine(const QString &line)
-{
-    if (logOutput)
-        logOutput->appendPlainText(line);
-}
-
 // A club page names its league in one of three page layouts; the first whose
 // box is found decides, and none found leaves the league empty.
 void scanClubLeague(QString &league, QString &text)
@@ -70,11 +64,11 @@ void TFM_Team::parsePage(QString &text)
 void TFM_Team::testReport(QString &text)
 {
     parsePage(text);
-    logLine(u"--- TESTING TEAM ROSTER WEBPAGE ---"_s);
-    logLine(toAsciiName(u"%1: %2"_s.arg(u"ASCII name"_s, teamName)));
-    logLine(u"%1: %2"_s.arg(u"UTF name"_s, teamName));
-    logLine(u"%1: %2"_s.arg(u"League"_s, leagueName));
-    logLine(u"%1: %2"_s.arg(u"Player entries"_s, QString::number(playerUrls().count())));
+    appendLog(u"--- TESTING TEAM ROSTER WEBPAGE ---"_s);
+    appendLog(toAsciiName(u"%1: %2"_s.arg(u"ASCII name"_s, teamName)));
+    appendLog(u"%1: %2"_s.arg(u"UTF name"_s, teamName));
+    appendLog(u"%1: %2"_s.arg(u"League"_s, leagueName));
+    appendLog(u"%1: %2"_s.arg(u"Player entries"_s, QString::number(playerUrls().count())));
 }
 
 PlayerPageList &TFM_Team::playerUrls()
@@ -88,19 +82,19 @@ bool TFM_Team::downloadTeams(QList<DataWrapper *> &teams, const QStringList &url
     // A copy: the list passed in may be the league class's own, which a test of a
     // league page can grow while a fetch waits.
     const QStringList addresses = urls;
-    logLine(u"\nDownloading %1 team page(s)"_s.arg(addresses.size()));
+    appendLog(u"\nDownloading %1 team page(s)"_s.arg(addresses.size()));
 
     for (const QString &address : addresses) {
         QString page;
         if (!fetchSitePage(page, TFM_ROOT_URL, address, false, nullptr, 0, 1)) {
-            logLine(u"ERROR: Unable to access %1"_s.arg(address));
+            appendLog(u"ERROR: Unable to access %1"_s.arg(address));
             continue;
         }
 
         auto *team = new TFM_Team;
         team->parsePage(page);
         teams.append(team);
-        logLine(teamLine(teams.size(), team->teamName + u" ("_s + address + u")"_s,
+        appendLog(teamLine(teams.size(), team->teamName + u" ("_s + address + u")"_s,
                          team->leagueName, playerUrls().count()));
     }
     return true;
