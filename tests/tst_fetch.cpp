@@ -7,6 +7,7 @@
 #include "status/statusdisplay.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/windowsandbox.h"
 
 #include <QDir>
 #include <QFile>
@@ -51,7 +52,7 @@ class TestFetch : public QObject
     Q_OBJECT
 
 private:
-    QTemporaryDir home;
+    WindowSandbox sandbox;
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
     std::unique_ptr<StatusDisplay> panel;
@@ -96,15 +97,8 @@ private slots:
 void TestFetch::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
-    QStandardPaths::setTestModeEnabled(true);
     setApplicationIdentity();
-    // A store and a current directory of this run's own: other test programs
-    // may use the same store at the same time, and the window writes
-    // "log.txt" on its way out.
-    QVERIFY(home.isValid());
-    qputenv("HOME", QFile::encodeName(home.path()));
-    QVERIFY(QDir::setCurrent(home.path()));
-    QVERIFY(QSettings().fileName().startsWith(home.path()));
+    QVERIFY(sandbox.enter());
     QVERIFY(web.start());
 }
 

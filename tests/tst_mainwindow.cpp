@@ -10,6 +10,7 @@
 #include "status/statusdisplay.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/windowsandbox.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmplayer.h"
 #include "tfm/tfmteam.h"
@@ -159,9 +160,7 @@ private slots:
 private:
     std::unique_ptr<MainWindow> makeWindow();
 
-    QTemporaryDir dir;
-    QTemporaryDir settingsDir;
-    QString previousDirectory;
+    WindowSandbox dir;
     FixtureWeb web;
     std::unique_ptr<FastWaits> fastWaits;
 };
@@ -169,22 +168,14 @@ private:
 void TestMainWindow::initTestCase()
 {
     setApplicationIdentity();
-    QStandardPaths::setTestModeEnabled(true);
-    // A store of this test's own: other test programs that keep settings may run
-    // beside it and must not see it cleared under them.
-    QVERIFY(settingsDir.isValid());
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsDir.path());
     QLocale::setDefault(QLocale::c());
-    QVERIFY(dir.isValid());
-    previousDirectory = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(dir.path()));
+    QVERIFY(dir.enter());
     QVERIFY(web.start());
     fastWaits = std::make_unique<FastWaits>(1);
 }
 
 void TestMainWindow::cleanupTestCase()
 {
-    QDir::setCurrent(previousDirectory);
     QSettings().clear();
 }
 
@@ -218,7 +209,7 @@ std::unique_ptr<MainWindow> TestMainWindow::makeWindow()
 void TestMainWindow::firstStartDefaults()
 {
     // The organisation and application names choose the store.
-    QCOMPARE(QSettings().fileName(), settingsDir.filePath(u"TFM/Quillmark.conf"_s));
+    QCOMPARE(QSettings().fileName(), dir.filePath(u"TFM/Quillmark.conf"_s));
 
     auto window = makeWindow();
     QVERIFY(window->asciiButton->isChecked());

@@ -6,6 +6,7 @@
 #include "proxy/proxy.h"
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/windowsandbox.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -67,7 +68,7 @@ class TestProxy : public QObject
     Q_OBJECT
 
 private:
-    QTemporaryDir home;
+    WindowSandbox sandbox;
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
     std::unique_ptr<MainWindow> window;
@@ -110,15 +111,8 @@ private slots:
 void TestProxy::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
-    QStandardPaths::setTestModeEnabled(true);
     setApplicationIdentity();
-    // A store and a current directory of this run's own: other test programs
-    // may use the same store at the same time, and the window writes
-    // "log.txt" on its way out.
-    QVERIFY(home.isValid());
-    qputenv("HOME", QFile::encodeName(home.path()));
-    QVERIFY(QDir::setCurrent(home.path()));
-    QVERIFY(QSettings().fileName().startsWith(home.path()));
+    QVERIFY(sandbox.enter());
     QVERIFY(web.start());
 }
 

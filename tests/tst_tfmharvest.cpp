@@ -6,6 +6,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/testsupport.h"
+#include "tests/support/windowsandbox.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmteam.h"
 
@@ -16,8 +17,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSpinBox>
 #include <QSettings>
+#include <QSpinBox>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -73,21 +74,14 @@ private:
 
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
-    QTemporaryDir workDir;
-    QString startDir;
+    WindowSandbox sandbox;
 };
 
 void TestTfmHarvest::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true);
     setApplicationIdentity();
     QLocale::setDefault(QLocale::c());
-    QVERIFY(workDir.isValid());
-    // A settings store of this test's own: other test programs may run beside it.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, workDir.path());
-    // The window leaves its log.txt in the current folder when it closes.
-    startDir = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(workDir.path()));
+    QVERIFY(sandbox.enter());
     QVERIFY(web.start());
     fast = std::make_unique<FastWaits>();
 }
@@ -113,7 +107,6 @@ void TestTfmHarvest::cleanup()
 void TestTfmHarvest::cleanupTestCase()
 {
     fast.reset();
-    QDir::setCurrent(startDir);
 }
 
 // One league of two clubs, two national teams and three players, as the site

@@ -13,11 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString fixtureText(const QString &name)
-{
-    return QString::fromUtf8(fixtureBytes(u"tfm/"_s + name));
-}
-
 // One row of a national team table as the profile page shows it.
 QString careerRow(const QString &title, const QString &apps, const QString &goals)
 {
@@ -327,7 +322,7 @@ void TestTfmHistory::scanHistoryPage()
     QFETCH(QString, dateOfBirth);
     QFETCH(QStringList, rows);
 
-    QString page = fixtureText(fixture);
+    QString page = fixtureText(u"tfm/"_s + fixture);
     QVERIFY(!page.isEmpty());
     QList<TFM_History> found;
     QString foundName;
@@ -440,10 +435,10 @@ void TestTfmHistory::testReport()
 
     QPlainTextEdit log;
     setLogOutput(&log);
-    QString text = fixtureText(fixture);
+    QString text = fixtureText(u"tfm/"_s + fixture);
     TFM_History history;
     static_cast<DataWrapper &>(history).testReport(text);
-    QCOMPARE(log.toPlainText().split(u'\n'), lines);
+    QCOMPARE(logLines(&log), lines);
     // The report works on a list of its own and leaves the record alone.
     QVERIFY(history.club.isEmpty());
     QVERIFY(history.season.isEmpty());
@@ -451,7 +446,7 @@ void TestTfmHistory::testReport()
 
 void TestTfmHistory::testReportWithoutLogOutputDoesNothing()
 {
-    QString text = fixtureText(u"history_leagues.html"_s);
+    QString text = fixtureText(u"tfm/history_leagues.html"_s);
     TFM_History history;
     history.testReport(text);
     QVERIFY(history.club.isEmpty());

@@ -8,20 +8,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString fixtureText(const QString &name)
-{
-    return QString::fromUtf8(fixtureBytes(u"tfm/"_s + name));
-}
-
-QStringList logLines(const QPlainTextEdit *edit)
-{
-    return edit->toPlainText().split(u'\n');
-}
-
-} // namespace
-
 // The competition page scanner: its opening, its four team scans, the rewrites
 // of a club link and the offline report.
 class TestTfmLeague : public QObject
@@ -85,7 +71,7 @@ void TestTfmLeague::fixturesExist_data()
 void TestTfmLeague::fixturesExist()
 {
     QFETCH(QString, fixture);
-    QVERIFY2(!fixtureText(fixture).isEmpty(), qPrintable(fixture));
+    QVERIFY2(!fixtureText(u"tfm/"_s + fixture).isEmpty(), qPrintable(fixture));
 }
 
 void TestTfmLeague::parsePage_data()
@@ -163,7 +149,7 @@ void TestTfmLeague::parsePage()
     TFM_League league;
     QVERIFY(league.leagueName.isNull());
     QVERIFY(league.nation.isNull());
-    QString text = fixtureText(fixture);
+    QString text = fixtureText(u"tfm/"_s + fixture);
     QVERIFY(!text.isEmpty());
     league.parsePage(text);
 
@@ -188,10 +174,10 @@ void TestTfmLeague::linkAlreadyListedKeepsItsYear()
     // A clubs table leaves the Arsenal link with its year; the club links of the
     // next page produce that very link, which then keeps the year.
     TFM_League first;
-    QString clubs = fixtureText(u"league_clubs.html"_s);
+    QString clubs = fixtureText(u"tfm/league_clubs.html"_s);
     first.parsePage(clubs);
     TFM_League second;
-    QString links = fixtureText(u"league_repeat.html"_s);
+    QString links = fixtureText(u"tfm/league_repeat.html"_s);
     second.parsePage(links);
 
     const QStringList urls = TFM_League::teamUrls();
@@ -206,10 +192,10 @@ void TestTfmLeague::clubsTableHasNoYearRule()
     // The other order: the club link, not yet listed, loses its year; the clubs
     // table has no year rule and keeps it.
     TFM_League first;
-    QString links = fixtureText(u"league_repeat.html"_s);
+    QString links = fixtureText(u"tfm/league_repeat.html"_s);
     first.parsePage(links);
     TFM_League second;
-    QString clubs = fixtureText(u"league_clubs.html"_s);
+    QString clubs = fixtureText(u"tfm/league_clubs.html"_s);
     second.parsePage(clubs);
 
     const QStringList urls = TFM_League::teamUrls();
@@ -323,10 +309,10 @@ void TestTfmLeague::teamUrlsAreOneListForAllLeagues()
 {
     QCOMPARE(&TFM_League::teamUrls(), &TFM_League::teamUrls());
     TFM_League first;
-    QString tournament = fixtureText(u"league_tournament.html"_s);
+    QString tournament = fixtureText(u"tfm/league_tournament.html"_s);
     first.parsePage(tournament);
     TFM_League second;
-    QString both = fixtureText(u"league_both.html"_s);
+    QString both = fixtureText(u"tfm/league_both.html"_s);
     second.parsePage(both);
     QCOMPARE(TFM_League::teamUrls().size(), 6);
     QCOMPARE(TFM_League::teamUrls().first(),
@@ -370,7 +356,7 @@ void TestTfmLeague::testReport()
     QFETCH(QStringList, lines);
 
     TFM_League league;
-    QString text = fixtureText(fixture);
+    QString text = fixtureText(u"tfm/"_s + fixture);
     league.testReport(text);
     QCOMPARE(logLines(log), lines);
 }
@@ -379,7 +365,7 @@ void TestTfmLeague::testReportCountsWhatEarlierPagesLeft()
 {
     TFM_League::teamUrls() = QStringList{u"/earlier/leistungsdaten/verein/1"_s};
     TFM_League league;
-    QString text = fixtureText(u"league_both.html"_s);
+    QString text = fixtureText(u"tfm/league_both.html"_s);
     league.testReport(text);
     QCOMPARE(logLines(log),
              (QStringList{
@@ -396,7 +382,7 @@ void TestTfmLeague::testReportWithoutLog()
 {
     setLogOutput(nullptr);
     TFM_League league;
-    QString text = fixtureText(u"league_clubs.html"_s);
+    QString text = fixtureText(u"tfm/league_clubs.html"_s);
     league.testReport(text);
     setLogOutput(log);
     QCOMPARE(league.leagueName, u"Premier League"_s);

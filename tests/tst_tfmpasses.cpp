@@ -7,6 +7,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/testsupport.h"
+#include "tests/support/windowsandbox.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmteam.h"
 
@@ -16,8 +17,8 @@
 #include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QSettings>
+#include <QSpinBox>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -28,11 +29,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QStringList logLines(const QPlainTextEdit *edit)
-{
-    return edit->toPlainText().split(u'\n');
-}
 
 QString site(const QString &path)
 {
@@ -69,8 +65,7 @@ class TestTfmPasses : public QObject
     Q_OBJECT
 
 private:
-    QTemporaryDir workDir;
-    QString startDir;
+    WindowSandbox sandbox;
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
     QPlainTextEdit *log = nullptr;
@@ -108,13 +103,7 @@ void TestTfmPasses::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
     setApplicationIdentity();
-    QStandardPaths::setTestModeEnabled(true);
-    QVERIFY(workDir.isValid());
-    // A settings store of this test's own: other test programs may run beside it.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, workDir.path());
-    // The window writes "log.txt" into the current directory when it closes.
-    startDir = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(workDir.path()));
+    QVERIFY(sandbox.enter());
     QVERIFY(web.start());
     log = new QPlainTextEdit;
     panel = new StatusDisplay;
@@ -126,7 +115,6 @@ void TestTfmPasses::cleanupTestCase()
     setStatusDisplay(nullptr);
     delete log;
     delete panel;
-    QDir::setCurrent(startDir);
 }
 
 void TestTfmPasses::init()

@@ -3,6 +3,7 @@
 #include "core/sharedstate.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/testsupport.h"
+#include "tests/support/windowsandbox.h"
 #include "tfm/tfmplayer.h"
 
 #include <QCheckBox>
@@ -179,11 +180,6 @@ QString gridText(const std::array<qint16, TFM_Player::PositionCount> &ratings)
     return parts.join(u' ');
 }
 
-QString fixtureText(const QString &name)
-{
-    return QString::fromUtf8(fixtureBytes(u"tfm/"_s + name));
-}
-
 // A record scanned from a page text.
 std::unique_ptr<TFM_Player> scanned(QString text)
 {
@@ -295,26 +291,18 @@ private slots:
     void testPlayerProfileButtonPrintsTheReport();
 
 private:
-    QTemporaryDir workDir;
-    QString startDir;
+    WindowSandbox sandbox;
 };
 
 void TestTfmPlayer::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
-    QStandardPaths::setTestModeEnabled(true);
     setApplicationIdentity();
-    QVERIFY(workDir.isValid());
-    // A settings store of this test's own: other test programs may run beside it.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, workDir.path());
-    // The window writes its log file into the current directory when it closes.
-    startDir = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(workDir.path()));
+    QVERIFY(sandbox.enter());
 }
 
 void TestTfmPlayer::cleanupTestCase()
 {
-    QDir::setCurrent(startDir);
     setLogOutput(nullptr);
     setIncludeOlympicStats(false);
 }
@@ -496,7 +484,7 @@ void TestTfmPlayer::fixturePage()
     QFETCH(bool, olympic);
     QFETCH(Profile, expected);
 
-    QString text = fixtureText(fixture);
+    QString text = fixtureText(u"tfm/"_s + fixture);
     QVERIFY(!text.isEmpty());
     setIncludeOlympicStats(olympic);
     TFM_Player player;
@@ -908,12 +896,12 @@ void TestTfmPlayer::testReportPrintsEveryLine()
 {
     QPlainTextEdit log;
     setLogOutput(&log);
-    QString text = fixtureText(u"profile_field_player.html"_s);
+    QString text = fixtureText(u"tfm/profile_field_player.html"_s);
     TFM_Player player;
     static_cast<DataWrapper &>(player).testReport(text);
 
     const QStringList expected = fieldPlayerReport(34, 9);
-    QCOMPARE(log.toPlainText().split(u'\n'), expected);
+    QCOMPARE(logLines(&log), expected);
     QCOMPARE(log.blockCount(), int(expected.size()));
     setLogOutput(nullptr);
 }
@@ -922,7 +910,7 @@ void TestTfmPlayer::testReportOfSingleNamePlayer()
 {
     QPlainTextEdit log;
     setLogOutput(&log);
-    QString text = fixtureText(u"profile_single_name.html"_s);
+    QString text = fixtureText(u"tfm/profile_single_name.html"_s);
     TFM_Player player;
     player.testReport(text);
 
@@ -966,14 +954,14 @@ void TestTfmPlayer::testReportOfSingleNamePlayer()
         u"Side  (R): 1"_s,
         u"--- COMPLETE ---"_s,
     };
-    QCOMPARE(log.toPlainText().split(u'\n'), expected);
+    QCOMPARE(logLines(&log), expected);
     setLogOutput(nullptr);
 }
 
 void TestTfmPlayer::testReportWithoutLogOutputStillScans()
 {
     setLogOutput(nullptr);
-    QString text = fixtureText(u"profile_loan.html"_s);
+    QString text = fixtureText(u"tfm/profile_loan.html"_s);
     TFM_Player player;
     player.testReport(text);
     QCOMPARE(player.secondName, u"Ferraro"_s);

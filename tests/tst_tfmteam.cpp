@@ -8,20 +8,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString fixtureText(const QString &name)
-{
-    return QString::fromUtf8(fixtureBytes(u"tfm/"_s + name));
-}
-
-QStringList logLines(const QPlainTextEdit *edit)
-{
-    return edit->toPlainText().split(u'\n');
-}
-
-} // namespace
-
 // The squad page scanner: the two layouts, the three places of a club's league,
 // the cut and the player cells, and the offline report.
 class TestTfmTeam : public QObject
@@ -85,7 +71,7 @@ void TestTfmTeam::fixturesExist_data()
 void TestTfmTeam::fixturesExist()
 {
     QFETCH(QString, fixture);
-    QVERIFY2(!fixtureText(fixture).isEmpty(), qPrintable(fixture));
+    QVERIFY2(!fixtureText(u"tfm/"_s + fixture).isEmpty(), qPrintable(fixture));
 }
 
 void TestTfmTeam::parsePage_data()
@@ -164,7 +150,7 @@ void TestTfmTeam::parsePage()
     TFM_Team team;
     QVERIFY(team.teamName.isNull());
     QVERIFY(team.leagueName.isNull());
-    QString text = fixtureText(fixture);
+    QString text = fixtureText(u"tfm/"_s + fixture);
     QVERIFY(!text.isEmpty());
     team.parsePage(text);
 
@@ -276,10 +262,10 @@ void TestTfmTeam::playerUrlsOnlyGrow()
 {
     QCOMPARE(&TFM_Team::playerUrls(), &TFM_Team::playerUrls());
     TFM_Team first;
-    QString multi = fixtureText(u"team_club_multi.html"_s);
+    QString multi = fixtureText(u"tfm/team_club_multi.html"_s);
     first.parsePage(multi);
     TFM_Team second;
-    QString again = fixtureText(u"team_club_multi.html"_s);
+    QString again = fixtureText(u"tfm/team_club_multi.html"_s);
     second.parsePage(again);
     // No duplicate check: the same page twice gives every address twice.
     QCOMPARE(TFM_Team::playerUrls().count(), 8);
@@ -325,7 +311,7 @@ void TestTfmTeam::testReport()
     QFETCH(QStringList, lines);
 
     TFM_Team team;
-    QString text = fixtureText(fixture);
+    QString text = fixtureText(u"tfm/"_s + fixture);
     team.testReport(text);
     QCOMPARE(logLines(log), lines);
 }
@@ -350,7 +336,7 @@ void TestTfmTeam::testReportWithoutLog()
 {
     setLogOutput(nullptr);
     TFM_Team team;
-    QString text = fixtureText(u"team_extended.html"_s);
+    QString text = fixtureText(u"tfm/team_extended.html"_s);
     team.testReport(text);
     setLogOutput(log);
     QCOMPARE(team.teamName, u"Brazil"_s);

@@ -1,6 +1,7 @@
 #include "tests/support/testsupport.h"
 
 #include <QFile>
+#include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
 
@@ -15,4 +16,14 @@ QByteArray fixtureBytes(const QString &relative)
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return file.readAll();
+}
+
+QString fixtureText(const QString &relative)
+{
+    return QString::fromUtf8(fixtureBytes(relative));
+}
+
+QStringList logLines(const QPlainTextEdit *edit)
+{
+    return edit->toPlainText().split(u'\n');
 }

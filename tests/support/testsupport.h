@@ -1,8 +1,15 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+
+class QPlainTextEdit;
 
 // Path of a file under tests/fixtures.
 QString fixturePath(const QString &relative);
 // The bytes of a fixture file, or an empty array when it can't be read.
 QByteArray fixtureBytes(const QString &relative);
+// A fixture file read as UTF-8 text, as the fetcher hands pages to the scanners.
+QString fixtureText(const QString &relative);
+// The lines of a log box.
+QStringList logLines(const QPlainTextEdit *edit);
