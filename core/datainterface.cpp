@@ -190,14 +190,13 @@ int DataInterface::runPlayerPass(bool idInterval, qint32 firstId, qint32 lastId)
             PlayerPageList &list = TFM_Team::playerUrls();
             emit pageCountIncreased(playerPageTotal(list.count()));
             return TFM_Player::downloadPlayers(players, list, false);
-        } else {
-            // The site redirects the filler word "name" to the player's real address.
-            PlayerPageList list;
-            for (qint64 id = firstId; id <= lastId; ++id)
-                list.append(u"/name/profil/spieler/"_s + QString::number(id));
-            emit pageCountIncreased(playerPageTotal(list.count()));
-            return TFM_Player::downloadPlayers(players, list, true);
         }
+        // The site redirects the filler word "name" to the player's real address.
+        PlayerPageList list;
+        for (qint64 id = firstId; id <= lastId; ++id)
+            list.append(u"/name/profil/spieler/"_s + QString::number(id));
+        emit pageCountIncreased(playerPageTotal(list.count()));
+        return TFM_Player::downloadPlayers(players, list, true);
     }
     return 0;
 }

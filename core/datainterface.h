@@ -29,7 +29,8 @@ public:
     DataInterface() = default;
     ~DataInterface() override;
 
-    bool startDownload(const Website &website, QStringList &urls, const bool &downloadPlayerDetails);
+    bool startDownload(const Website &website, QStringList &urls,
+                       const bool &downloadPlayerDetails);
     bool saveRecords(const QString &fileName, const bool &utf);
     bool testLeaguePage(const Website &website, QString &text);
     bool testTeamPage(const Website &website, QString &text);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 class QPlainTextEdit;
 class QString;
 class StatusDisplay;
@@ -18,5 +20,14 @@ void setIncludeOlympicStats(const bool &value);
 void setIncludePlayerData(const bool &value);
 void setIncludePlayerHistory(const bool &value);
 
+// The options ask for a player's history page and not for the data page, so the
+// history page is each player's only page.
+bool historyOnlyMode();
+
 // Appends one line to the log box; does nothing while no log box is set.
 void appendLog(const QString &line);
+// A pass's log line for one downloaded page: its number in a column of 6, the
+// name and the place it belongs to in columns of 40 and 35, and how many entries
+// the list of the next pass now holds, in a column of 6 and followed by unit.
+QString passLine(qsizetype number, const QString &name, const QString &place, qsizetype count,
+                 const QString &unit);

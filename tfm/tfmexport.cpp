@@ -116,6 +116,19 @@ QFileInfo historyInfo(const QFileInfo &info)
     return QFileInfo(path);
 }
 
+// The chosen file, or its history companion, opened for the stream; null, with
+// nothing left open, when the file can't be written.
+QFile *openExportFile(QTextStream &stream, const QFileInfo &info, const bool &utf)
+{
+    QFile *file = openCompanionFile(info, QString());
+    openCsvStream(stream, file, utf);
+    if (file->isOpen())
+        return file;
+    stream.setDevice(nullptr);
+    delete file;
+    return nullptr;
+}
+
 // Detaches the stream first, so that what it holds reaches the file before it closes.
 void closeFile(QTextStream &stream, QFile *file)
 {
@@ -144,34 +157,23 @@ bool TFM_Player::exportPlayers(const QFileInfo &info, const QList<DataWrapper *>
     const QChar separator = csvSeparator(utf);
     QFile *mainFile = nullptr;
     QFile *historyFile = nullptr;
-    const bool historyOnly = !includePlayerData && includePlayerHistory;
+    const bool historyOnly = historyOnlyMode();
     const bool withHistory = includePlayerHistory;
 
     if (historyOnly) {
         // History only: its rows go into the very file that was chosen.
-        historyFile = openCompanionFile(info, QString());
-        openCsvStream(historyStream, historyFile, utf);
-        if (!historyFile->isOpen()) {
-            historyStream.setDevice(nullptr);
-            delete historyFile;
+        historyFile = openExportFile(historyStream, info, utf);
+        if (!historyFile)
             return false;
-        }
     } else {
-        mainFile = openCompanionFile(info, QString());
-        openCsvStream(mainStream, mainFile, utf);
-        if (!mainFile->isOpen()) {
-            mainStream.setDevice(nullptr);
-            delete mainFile;
+        mainFile = openExportFile(mainStream, info, utf);
+        if (!mainFile)
             return false;
-        }
         mainStream << mainTitles().join(separator) << '\n';
 
         if (withHistory) {
-            historyFile = openCompanionFile(historyInfo(info), QString());
-            openCsvStream(historyStream, historyFile, utf);
-            if (!historyFile->isOpen()) {
-                historyStream.setDevice(nullptr);
-                delete historyFile;
+            historyFile = openExportFile(historyStream, historyInfo(info), utf);
+            if (!historyFile) {
                 closeFile(mainStream, mainFile);
                 return false;
             }

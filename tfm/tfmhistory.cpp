@@ -6,8 +6,6 @@
 #include "core/sharedstate.h"
 #include "core/values.h"
 
-#include <QPlainTextEdit>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -78,9 +76,6 @@ void TFM_History::testReport(QString &text)
     QString name;
     QString dateOfBirth;
     scanHistoryPage(rows, text, name, dateOfBirth);
-    if (!logOutput)
-        return;
-
     appendLog(u"--- TESTING HISTORY WEBPAGE ---"_s);
     appendLog(toAsciiName(u"%1: %2"_s.arg(u"ASCII name"_s, name)));
     appendLog(u"%1: %2"_s.arg(u"Name"_s, name));

@@ -5,8 +5,6 @@
 #include "core/sharedstate.h"
 #include "core/values.h"
 
-#include <QPlainTextEdit>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -97,13 +95,6 @@ void scanAllLinks(QString &text)
     }
 }
 
-QString leagueLine(qsizetype leagues, const QString &name, const QString &nation, qsizetype teams)
-{
-    // Piece by piece, so that a "%" in a scraped name is never taken for a place marker.
-    return u"%1"_s.arg(leagues, 6) + u".\t"_s + u"%1"_s.arg(name, -40) + u"\t"_s
-        + u"%1"_s.arg(nation, -35) + u"\t"_s + u"%1"_s.arg(teams, 6) + u" teams"_s;
-}
-
 // Drops any season or "plus" part the user pasted and asks for the season of the run.
 QString seasonAddress(QString url, qint32 season)
 {
@@ -169,13 +160,15 @@ bool TFM_League::downloadLeagues(QList<DataWrapper *> &leagues, QStringList &url
         auto *league = new TFM_League;
         league->parsePage(page);
         leagues.append(league);
-        appendLog(leagueLine(leagues.size(), league->leagueName, league->nation, teamUrls().size()));
+        appendLog(passLine(leagues.size(), league->leagueName, league->nation, teamUrls().size(),
+                           u"teams"_s));
     }
 
     const qsizetype removed = teamUrls().removeDuplicates();
     if (removed < 1)
         appendLog(u"No duplicate teams were found."_s);
     else
-        appendLog(u"%1 duplicate team(s) have been removed from the downloads list."_s.arg(removed));
+        appendLog(
+            u"%1 duplicate team(s) have been removed from the downloads list."_s.arg(removed));
     return true;
 }

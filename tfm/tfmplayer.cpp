@@ -4,8 +4,6 @@
 #include "core/sharedstate.h"
 #include "core/values.h"
 
-#include <QPlainTextEdit>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -276,12 +274,9 @@ void TFM_Player::parsePage(QString &text)
 void TFM_Player::testReport(QString &text)
 {
     parsePage(text);
-    if (!logOutput)
-        return;
-
     appendLog(u"--- TESTING PLAYER PROFILE WEBPAGE ---"_s);
     appendLog(toAsciiName(u"%1: %2 %3 %4 : %5"_s.arg(u"ASCII name"_s, firstName, secondName,
-                                                      commonName, completeName)));
+                                                     commonName, completeName)));
     appendLog(labelled(u"Forename"_s, firstName));
     appendLog(labelled(u"Surname"_s, secondName));
     appendLog(labelled(u"Common name"_s, commonName));

@@ -5,8 +5,6 @@
 #include "core/playerpagelist.h"
 #include "core/sharedstate.h"
 
-#include <QPlainTextEdit>
-
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -62,18 +60,12 @@ bool TFM_Player::downloadPlayers(QList<DataWrapper *> &players, PlayerPageList &
     const QStringList paths = list.urls;
     const qsizetype n = paths.size();
 
-    qsizetype dataPages = 0;
-    qsizetype historyPages = 0;
-    if (includePlayerData || !includePlayerHistory) {
-        dataPages = n;
-        historyPages = includePlayerHistory ? n : 0;
-    } else {
-        historyPages = n;
-    }
+    const qsizetype dataPages = historyOnlyMode() ? 0 : n;
+    const qsizetype historyPages = includePlayerHistory ? n : 0;
     appendLog(u"\nDownloading %1 player data page(s) and %2 player history page(s). "
-            u"Total page(s): %3"_s.arg(dataPages)
-                .arg(historyPages)
-                .arg(dataPages + historyPages));
+              u"Total page(s): %3"_s.arg(dataPages)
+                  .arg(historyPages)
+                  .arg(dataPages + historyPages));
 
     if (paths.isEmpty())
         return true;
@@ -84,8 +76,9 @@ bool TFM_Player::downloadPlayers(QList<DataWrapper *> &players, PlayerPageList &
         // planner's lists while this pass waits for a page.
         auto player = std::make_unique<TFM_Player>();
 
-        const bool historyOnly = !includePlayerData && includePlayerHistory;
-        if (!historyOnly) {
+        // The options are read afresh for each player: a test pressed during a run
+        // takes them in anew.
+        if (!historyOnlyMode()) {
             QString page;
             QString error;
             if (!fetchSitePage(page, TFM_ROOT_URL, path, followRedirects, &error, 7, 10)) {
@@ -103,7 +96,7 @@ bool TFM_Player::downloadPlayers(QList<DataWrapper *> &players, PlayerPageList &
             ++count;
         }
 
-        if (historyOnly || includePlayerHistory) {
+        if (includePlayerHistory) {
             const QString historyPath = QString(path).replace(
                 u"profil"_s, u"detaillierteleistungsdaten"_s, Qt::CaseSensitive);
             QString name;

@@ -6,8 +6,6 @@
 #include "core/sharedstate.h"
 #include "core/values.h"
 
-#include <QPlainTextEdit>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -22,13 +20,6 @@ void scanClubLeague(QString &league, QString &text)
         takeBetween(league, text, u"<a title=\""_s, u"\" class="_s);
     else if (skipPast(text, u"<div class=\"data-header__box--big\">"_s))
         takeBetween(league, text, u"alt=\""_s, u"\" height="_s);
-}
-
-QString teamLine(qsizetype teams, const QString &name, const QString &league, qsizetype players)
-{
-    // Piece by piece, so that a "%" in a scraped name is never taken for a place marker.
-    return u"%1"_s.arg(teams, 6) + u".\t"_s + u"%1"_s.arg(name, -40) + u"\t"_s
-        + u"%1"_s.arg(league, -35) + u"\t"_s + u"%1"_s.arg(players, 6) + u" players"_s;
 }
 
 } // namespace
@@ -94,8 +85,8 @@ bool TFM_Team::downloadTeams(QList<DataWrapper *> &teams, const QStringList &url
         auto *team = new TFM_Team;
         team->parsePage(page);
         teams.append(team);
-        appendLog(teamLine(teams.size(), team->teamName + u" ("_s + address + u")"_s,
-                         team->leagueName, playerUrls().count()));
+        appendLog(passLine(teams.size(), team->teamName + u" ("_s + address + u")"_s,
+                           team->leagueName, playerUrls().count(), u"players"_s));
     }
     return true;
 }
