@@ -44,3 +44,27 @@ double textToFloat(const QString &text)
 {
     return double(text.toFloat());
 }
+
+bool writeCompanionCsv(const QFileInfo &info, const QString &suffix, const bool &utf,
+                       const QStringList &titles,
+                       const std::function<void(QTextStream &, const QChar &)> &writeLines)
+{
+    QFile *file = openCompanionFile(info, suffix);
+    QTextStream stream;
+    openCsvStream(stream, file, utf);
+    const QChar separator = csvSeparator(utf);
+    if (!file->isOpen()) {
+        stream.setDevice(nullptr);
+        delete file;
+        return false;
+    }
+
+    stream << titles.join(separator) << '\n';
+    writeLines(stream, separator);
+
+    // Detached first, so that what the stream holds reaches the file before it closes.
+    stream.setDevice(nullptr);
+    file->close();
+    delete file;
+    return true;
+}
