@@ -17,9 +17,10 @@ QChar csvSeparator(const bool &utf);
 QFile *openCompanionFile(const QFileInfo &info, const QString &suffix);
 QString boolToYN(const bool &value);
 double textToFloat(const QString &text);
-// Writes the file beside the chosen one that suffix names: the titles joined by
-// the separator, then what writeLines puts into the stream. False, with nothing
-// written and nothing left open, when the file can't be opened.
-bool writeCompanionCsv(const QFileInfo &info, const QString &suffix, const bool &utf,
-                       const QStringList &titles,
-                       const std::function<void(QTextStream &, const QChar &)> &writeLines);
+
+// Writes one companion file of an export, suffix behind the chosen name: the
+// titles joined by the separator, then what writeRows puts in. False, with the
+// file object gone, when it can't be opened.
+bool writeCsvFile(const QFileInfo &info, const QString &suffix, const bool &utf,
+                  const QStringList &titles,
+                  const std::function<void(QTextStream &stream, const QChar &separator)> &writeRows);

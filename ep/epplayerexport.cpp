@@ -72,23 +72,23 @@ bool EP_Player::savePlayers(const QFileInfo &info, QList<DataWrapper *> &players
 {
     // Every record writes through the base class: the line it prints is the base
     // class's own, duplicates and unread players included.
-    writeCompanionCsv(info, u"_players"_s, utf, playerTitles(),
-                      [&players, utf](QTextStream &stream, const QChar &separator) {
-                          for (DataWrapper *record : std::as_const(players)) {
-                              if (record)
-                                  writeRecord(*record, stream, separator, utf);
-                          }
-                      });
+    writeCsvFile(info, u"_players"_s, utf, playerTitles(),
+                 [&players, utf](QTextStream &stream, const QChar &separator) {
+                     for (DataWrapper *record : std::as_const(players)) {
+                         if (record)
+                             writeRecord(*record, stream, separator, utf);
+                     }
+                 });
 
-    writeCompanionCsv(info, u"_player_histories"_s, utf, playerHistoryTitles(),
-                      [&players, utf](QTextStream &stream, const QChar &separator) {
-                          for (DataWrapper *record : std::as_const(players)) {
-                              auto *player = dynamic_cast<EP_Player *>(record);
-                              if (!player)
-                                  continue;
-                              for (EP_PlayerHistory &row : player->histories)
-                                  writeRecord(row, stream, separator, utf);
-                          }
-                      });
+    writeCsvFile(info, u"_player_histories"_s, utf, playerHistoryTitles(),
+                 [&players, utf](QTextStream &stream, const QChar &separator) {
+                     for (DataWrapper *record : std::as_const(players)) {
+                         auto *player = dynamic_cast<EP_Player *>(record);
+                         if (!player)
+                             continue;
+                         for (EP_PlayerHistory &row : player->histories)
+                             writeRecord(row, stream, separator, utf);
+                     }
+                 });
     return true;
 }
