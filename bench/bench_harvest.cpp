@@ -1,11 +1,15 @@
-// A whole Transfer Markt harvest of one league, 20 clubs and 500 players with
-// their history pages, fetched one page at a time from the fixture web on
-// loopback, with the fetcher's pacing waits cut to nothing.
+// Whole harvests fetched one page at a time from the fixture web on loopback,
+// with the fetcher's pacing waits cut to nothing: Transfer Markt, one league, 20
+// clubs and 500 players with their history pages; Elite Prospects, one league,
+// 20 teams and 500 roster rows with their player pages.
 #include "bench/benchpages.h"
 #include "core/constants.h"
 #include "core/datainterface.h"
 #include "core/playerpagelist.h"
 #include "core/sharedstate.h"
+#include "ep/epleague.h"
+#include "ep/epplayer.h"
+#include "ep/epteam.h"
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
 #include "tfm/tfmhistory.h"
@@ -190,6 +194,167 @@ void BM_Harvest(benchmark::State &state)
     state.counters["peak_rss_MB"] = peakResidentMegabytes();
 }
 BENCHMARK(BM_Harvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
+
+// An Elite Prospects harvest of one league, 20 teams and 500 roster rows, each
+// row a player of his own with a 15-season career.
+constexpr int epTeamCount = 20;
+constexpr int epRowsPerTeam = 25;
+constexpr int epPlayerCount = epTeamCount * epRowsPerTeam;
+constexpr int epCareerRows = 15;
+constexpr int epPageCount = 1 + epTeamCount + epPlayerCount;
+
+constexpr qsizetype epLeagueBytes = 150 * 1024;
+constexpr qsizetype epTeamBytes = 300 * 1024;
+constexpr qsizetype epPlayerBytes = 250 * 1024;
+
+const QString epLeagueUrl = EP_ROOT_URL + u"/league/bench-liiga"_s;
+
+QString epTeamPath(int team)
+{
+    return u"/team/%1/club-%1/2023-2024"_s.arg(team);
+}
+
+QString epPlayerSlug(int player)
+{
+    return u"%1/player-%1"_s.arg(player);
+}
+
+// The body of the first table behind marker, replaced by rows.
+void replaceTableBody(QString &page, const QString &marker, const QString &rows)
+{
+    const qsizetype at = page.indexOf(marker);
+    const qsizetype begin = page.indexOf(u"<tbody>"_s, at);
+    const qsizetype end = page.indexOf(u"</tbody>"_s, begin);
+    if (at < 0 || begin < 0 || end < 0)
+        qFatal("a fixture page lacks its table");
+    page.replace(begin, end - begin, u"<tbody>\n"_s + rows);
+}
+
+QString epLeaguePage()
+{
+    QString rows;
+    for (int team = 1; team <= epTeamCount; ++team) {
+        rows
+            += uR"(<tr><td>%1</td><td class="team"><a href="https://www.eliteprospects.com%2">Club %1</a></td><td>60</td><td>90</td></tr>
+)"_s.arg(QString::number(team), epTeamPath(team));
+    }
+    QString page = fixturePage(u"ep/harvest_league.html"_s);
+    replaceTableBody(page, u"Standings </div>"_s, rows);
+    return padPage(page, epLeagueBytes);
+}
+
+QString epTeamPage(int team)
+{
+    QString rows;
+    for (int i = 0; i < epRowsPerTeam; ++i) {
+        const int player = (team - 1) * epRowsPerTeam + i + 1;
+        rows += uR"(<tr>
+<td class="jersey">%1</td>
+<td class="name"><a href="https://www.eliteprospects.com/player/%2">Player %3 (D)</a></td>
+<td class="date-of-birth">1996-02-29</td>
+<td class="birthplace"><a href="https://www.eliteprospects.com/search/player?birthplace=Turku">Turku, FIN</a></td>
+<td class="height">186</td><td class="weight">89</td><td class="shoots">L</td><td class="contract">25/26</td>
+</tr>
+)"_s.arg(QString::number(i + 1), epPlayerSlug(player), QString::number(player));
+    }
+    QString page = fixturePage(u"ep/harvest_team_karhut.html"_s);
+    page.replace(u"Kiekko Karhut"_s, u"Club %1"_s.arg(team));
+    replaceTableBody(page, u"#roster"_s, rows);
+    return padPage(page, epTeamBytes);
+}
+
+// Mean milliseconds to scan one page of this harvest, offline, weighted as above.
+double epScanMillisecondsPerPage(const QString &league, const QString &team, const QString &player)
+{
+    constexpr int rounds = 20;
+    QElapsedTimer timer;
+    const auto timed = [&timer](const auto &scan) {
+        timer.start();
+        for (int i = 0; i < rounds; ++i)
+            scan();
+        return double(timer.nsecsElapsed()) / rounds;
+    };
+    const double leagueNs = timed([&league] {
+        QString text = league;
+        EP_League record;
+        record.parsePage(text);
+    });
+    EP_League::teamUrls().clear();
+    const double teamNs = timed([&team] {
+        QString text = team;
+        EP_Team record;
+        record.parsePage(text);
+    });
+    EP_Team::playerUrls() = PlayerPageList();
+    const double playerNs = timed([&player] {
+        QString text = player;
+        EP_Player record;
+        record.parsePage(text);
+    });
+    const double total = leagueNs + epTeamCount * teamNs + epPlayerCount * playerNs;
+    return total / epPageCount / 1e6;
+}
+
+void BM_EpHarvest(benchmark::State &state)
+{
+    FixtureWeb web;
+    if (!web.start()) {
+        state.SkipWithError("the fixture web could not listen");
+        return;
+    }
+    const QString league = epLeaguePage();
+    web.routeBody(epLeagueUrl + u"/2023-2024?team-history=complete#team-history"_s,
+                  league.toUtf8());
+    const QString firstTeam = epTeamPage(1);
+    for (int team = 1; team <= epTeamCount; ++team)
+        web.routeBody(EP_ROOT_URL + epTeamPath(team), epTeamPage(team).toUtf8());
+    // One body for all players, shared: the memory figure is the harvest's own.
+    const QString playerPage = epPlayerPage(epCareerRows, epPlayerBytes);
+    const QByteArray playerBody = playerPage.toUtf8();
+    for (int player = 1; player <= epPlayerCount; ++player)
+        web.routeBody(EP_ROOT_URL + u"/player/"_s + epPlayerSlug(player), playerBody);
+    const double scanMs = epScanMillisecondsPerPage(league, firstTeam, playerPage);
+
+    FastWaits fast(0);
+    QPlainTextEdit log;
+    StatusDisplay panel;
+    setLogOutput(&log);
+    setStatusDisplay(&panel);
+
+    DataInterface data;
+    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
+                     &StatusDisplay::incrementPageCountTotal);
+    data.setSeason(2023);
+
+    for (auto _ : state) {
+        state.PauseTiming();
+        EP_League::teamUrls().clear();
+        EP_Team::playerUrls() = PlayerPageList();
+        web.clearRequests();
+        log.clear();
+        panel.start();
+        QStringList urls{epLeagueUrl};
+        state.ResumeTiming();
+
+        data.startDownload(EliteProspects, urls, true);
+
+        state.PauseTiming();
+        panel.stop();
+        if (data.players.size() != epPlayerCount || web.requests().size() != epPageCount)
+            state.SkipWithError("the harvest did not fetch every page");
+        state.ResumeTiming();
+    }
+
+    setLogOutput(nullptr);
+    setStatusDisplay(nullptr);
+
+    state.counters["pages"] = epPageCount;
+    state.counters["pages/s"]
+        = benchmark::Counter(double(state.iterations()) * epPageCount, benchmark::Counter::kIsRate);
+    state.counters["scan_ms/page"] = scanMs;
+    state.counters["peak_rss_MB"] = peakResidentMegabytes();
+}
+BENCHMARK(BM_EpHarvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
 
 } // namespace
 

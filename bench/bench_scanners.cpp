@@ -1,6 +1,7 @@
-// Scanning time of each Transfer Markt page kind on pages of the site's real size.
+// Scanning time of each page kind on pages of the site's real size.
 #include "bench/benchpages.h"
 #include "core/playerpagelist.h"
+#include "ep/epplayer.h"
 #include "tfm/tfmhistory.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmplayer.h"
@@ -18,6 +19,8 @@ constexpr qsizetype leagueBytes = 150 * 1024;
 constexpr qsizetype squadBytes = 200 * 1024;
 constexpr qsizetype profileBytes = 300 * 1024;
 constexpr qsizetype historyBytes = 150 * 1024;
+constexpr qsizetype epPlayerBytes = 250 * 1024;
+constexpr int epCareerRows = 15;
 
 QStringList numberedPaths(const QString &format, int count)
 {
@@ -109,6 +112,23 @@ void BM_HistoryPage(benchmark::State &state)
     reportPage(state, page);
 }
 BENCHMARK(BM_HistoryPage);
+
+void BM_EpPlayerPage(benchmark::State &state)
+{
+    const QString page = epPlayerPage(epCareerRows, epPlayerBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        QString text = page;
+        state.ResumeTiming();
+        EP_Player player;
+        player.parsePage(text);
+        benchmark::DoNotOptimize(player.histories.size());
+        if (player.histories.size() != epCareerRows || player.capHit != 1250000)
+            state.SkipWithError("the player page was not read whole");
+    }
+    reportPage(state, page);
+}
+BENCHMARK(BM_EpPlayerPage);
 
 } // namespace
 

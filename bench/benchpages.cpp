@@ -42,7 +42,7 @@ void insertBefore(QString &page, const QString &marker, const QString &text)
 
 } // namespace
 
-QString fixtureText(const QString &relative)
+QString fixturePage(const QString &relative)
 {
     QFile file(QStringLiteral(QM_BENCH_FIXTURES_DIR) + u'/' + relative);
     if (!file.open(QIODevice::ReadOnly))
@@ -71,7 +71,7 @@ QString leaguePage(const QStringList &clubPaths, qsizetype targetBytes)
             += uR"(<tr class="%1"><td class="zentriert no-border-rechts"><a title="%2" href="%3"><img src="/wappen/%4.png" alt="%2" /></a></td><td class="hauptlink no-border-links"><a title="%2" href="%3">%2</a></td><td class="zentriert">25</td><td class="rechts">€54.10m</td></tr>
 )"_s.arg(i % 2 ? u"even"_s : u"odd"_s, name, clubPaths.at(i), QString::number(i + 1));
     }
-    QString page = fixtureText(u"tfm/harvest_league.html"_s);
+    QString page = fixturePage(u"tfm/harvest_league.html"_s);
     static const QRegularExpression body(u"<tbody>.*</tbody>"_s,
                                          QRegularExpression::DotMatchesEverythingOption);
     page.replace(body, u"<tbody>\n"_s + rows + u"</tbody>"_s);
@@ -86,7 +86,7 @@ QString squadPage(const QString &clubName, const QStringList &playerPaths, qsize
             += uR"(<tr class="%1"><td class="zentriert rueckennummer">%2</td><td class="posrela"><table class="inline-table"><tr><td class="hauptlink"><a href="%3">Player %2</a></td></tr><tr><td>Centre-Forward</td></tr></table></td><td class="zentriert">25</td><td class="zentriert"><img src="/flagge/1.png" title="Testland" alt="Testland" class="flaggenrahmen" /></td><td class="zentriert">30</td></tr>
 )"_s.arg(i % 2 ? u"even"_s : u"odd"_s, QString::number(i + 1), playerPaths.at(i));
     }
-    QString page = fixtureText(u"tfm/harvest_team_alpha.html"_s);
+    QString page = fixturePage(u"tfm/harvest_team_alpha.html"_s);
     page.replace(u"FC Alpha"_s, clubName);
     static const QRegularExpression body(u"<tbody>.*</tbody>"_s,
                                          QRegularExpression::DotMatchesEverythingOption);
@@ -96,12 +96,40 @@ QString squadPage(const QString &clubName, const QStringList &playerPaths, qsize
 
 QString profilePage(qsizetype targetBytes)
 {
-    return padPage(fixtureText(u"tfm/harvest_player_smith.html"_s), targetBytes);
+    return padPage(fixturePage(u"tfm/harvest_player_smith.html"_s), targetBytes);
 }
 
 QString historyPage(qsizetype targetBytes)
 {
-    return padPage(fixtureText(u"tfm/harvest_history_smith.html"_s), targetBytes);
+    return padPage(fixturePage(u"tfm/harvest_history_smith.html"_s), targetBytes);
+}
+
+QString epPlayerPage(int careerRows, qsizetype targetBytes)
+{
+    QString rows;
+    for (int i = 0; i < careerRows; ++i) {
+        const int year = 2000 + i;
+        rows += uR"(<tr class="team-continent-EU">
+<td class="season sorted">%1-%2</td>
+<td class="team"><span class="txt-blue"><a href="https://www.eliteprospects.com/team/%3/club-%3/%1-%4?tab=stats">Club %3</a></span></td>
+<td class="league"><a href="https://www.eliteprospects.com/league/league-%3/stats/%1-%4">League %3</a></td>
+<td class="regular gp">%5</td><td class="regular g">7</td><td class="regular a">21</td><td class="regular tp">28</td><td class="regular pim">30</td><td class="regular pm">-4</td>
+<td class="separator"></td>
+<td class="playoffs"><a href="https://www.eliteprospects.com/league/league-%3/stats/playoffs/%1-%4">Playoffs</a></td>
+<td class="playoffs gp">12</td><td class="playoffs g">2</td><td class="playoffs a">6</td><td class="playoffs tp">8</td><td class="playoffs pim">10</td><td class="playoffs pm">3</td>
+</tr>
+)"_s.arg(QString::number(year), QString::number(year + 1).right(2), QString::number(i % 7 + 1),
+         QString::number(year + 1), QString::number(40 + i));
+    }
+    // Only the career table's body is replaced; the international table has one too.
+    QString page = fixturePage(u"ep/player_skater.html"_s);
+    const qsizetype section = page.indexOf(u"Player Statistics"_s);
+    const qsizetype begin = page.indexOf(u"<tbody>"_s, section);
+    const qsizetype end = page.indexOf(u"</tbody>"_s, begin);
+    if (section < 0 || begin < 0 || end < 0)
+        qFatal("the player page has no career table");
+    page.replace(begin, end - begin, u"<tbody>\n"_s + rows);
+    return padPage(page, targetBytes);
 }
 
 double peakResidentMegabytes()

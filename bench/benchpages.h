@@ -7,7 +7,7 @@
 // the site's real pages with markup that holds none of the scanners' markers.
 
 // The text of a file under tests/fixtures, read as UTF-8.
-QString fixtureText(const QString &relative);
+QString fixturePage(const QString &relative);
 
 // page with filler blocks added until its UTF-8 size reaches targetBytes: two
 // fifths behind <head> (inline scripts and styles), three tenths behind
@@ -21,6 +21,10 @@ QString squadPage(const QString &clubName, const QStringList &playerPaths, qsize
 // A player profile page and a player history page of realistic size.
 QString profilePage(qsizetype targetBytes);
 QString historyPage(qsizetype targetBytes);
+
+// An Elite Prospects player page whose career table has careerRows rows, each with
+// a club and games in both halves.
+QString epPlayerPage(int careerRows, qsizetype targetBytes);
 
 // Peak resident memory of this process so far, in megabytes.
 double peakResidentMegabytes();
