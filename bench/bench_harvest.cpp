@@ -23,6 +23,8 @@
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -139,6 +141,53 @@ double scanMillisecondsPerPage(const Site &site)
     return total / pageCount / 1e6;
 }
 
+// The timed rounds of a harvest through the planner, with the log box and the
+// status panel attached. The passes' lists outlive a run, so every round starts
+// by emptying them with resetLists; a round that does not fetch every page and
+// make every player record fails the benchmark.
+void runHarvests(benchmark::State &state, FixtureWeb &web, Website website,
+                 const QString &leagueUrl, int players, int pages, double scanMs,
+                 const std::function<void()> &resetLists)
+{
+    FastWaits fast(0);
+    QPlainTextEdit log;
+    StatusDisplay panel;
+    setLogOutput(&log);
+    setStatusDisplay(&panel);
+
+    DataInterface data;
+    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
+                     &StatusDisplay::incrementPageCountTotal);
+    data.setSeason(2023);
+
+    for (auto _ : state) {
+        state.PauseTiming();
+        resetLists();
+        web.clearRequests();
+        log.clear();
+        panel.start();
+        QStringList urls{leagueUrl};
+        state.ResumeTiming();
+
+        data.startDownload(website, urls, true);
+
+        state.PauseTiming();
+        panel.stop();
+        if (data.players.size() != players || web.requests().size() != pages)
+            state.SkipWithError("the harvest did not fetch every page");
+        state.ResumeTiming();
+    }
+
+    setLogOutput(nullptr);
+    setStatusDisplay(nullptr);
+
+    state.counters["pages"] = pages;
+    state.counters["pages/s"]
+        = benchmark::Counter(double(state.iterations()) * pages, benchmark::Counter::kIsRate);
+    state.counters["scan_ms/page"] = scanMs;
+    state.counters["peak_rss_MB"] = peakResidentMegabytes();
+}
+
 void BM_Harvest(benchmark::State &state)
 {
     FixtureWeb web;
@@ -150,48 +199,14 @@ void BM_Harvest(benchmark::State &state)
     routeSite(web, site);
     const double scanMs = scanMillisecondsPerPage(site);
 
-    FastWaits fast(0);
-    QPlainTextEdit log;
-    StatusDisplay panel;
-    setLogOutput(&log);
-    setStatusDisplay(&panel);
+    // Player data and history: two pages a player.
     setIncludePlayerData(true);
     setIncludePlayerHistory(true);
     setIncludeOlympicStats(false);
-
-    DataInterface data;
-    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
-                     &StatusDisplay::incrementPageCountTotal);
-    data.setSeason(2023);
-
-    for (auto _ : state) {
-        state.PauseTiming();
-        // The passes' lists outlive a run; every round starts from empty ones.
+    runHarvests(state, web, TransferMarkt, leagueUrl, playerCount, pageCount, scanMs, [] {
         TFM_League::teamUrls().clear();
         TFM_Team::playerUrls() = PlayerPageList();
-        web.clearRequests();
-        log.clear();
-        panel.start();
-        QStringList urls{leagueUrl};
-        state.ResumeTiming();
-
-        data.startDownload(TransferMarkt, urls, true);
-
-        state.PauseTiming();
-        panel.stop();
-        if (data.players.size() != playerCount || web.requests().size() != pageCount)
-            state.SkipWithError("the harvest did not fetch every page");
-        state.ResumeTiming();
-    }
-
-    setLogOutput(nullptr);
-    setStatusDisplay(nullptr);
-
-    state.counters["pages"] = pageCount;
-    state.counters["pages/s"]
-        = benchmark::Counter(double(state.iterations()) * pageCount, benchmark::Counter::kIsRate);
-    state.counters["scan_ms/page"] = scanMs;
-    state.counters["peak_rss_MB"] = peakResidentMegabytes();
+    });
 }
 BENCHMARK(BM_Harvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
 
@@ -315,44 +330,10 @@ void BM_EpHarvest(benchmark::State &state)
         web.routeBody(EP_ROOT_URL + u"/player/"_s + epPlayerSlug(player), playerBody);
     const double scanMs = epScanMillisecondsPerPage(league, firstTeam, playerPage);
 
-    FastWaits fast(0);
-    QPlainTextEdit log;
-    StatusDisplay panel;
-    setLogOutput(&log);
-    setStatusDisplay(&panel);
-
-    DataInterface data;
-    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
-                     &StatusDisplay::incrementPageCountTotal);
-    data.setSeason(2023);
-
-    for (auto _ : state) {
-        state.PauseTiming();
+    runHarvests(state, web, EliteProspects, epLeagueUrl, epPlayerCount, epPageCount, scanMs, [] {
         EP_League::teamUrls().clear();
         EP_Team::playerUrls() = PlayerPageList();
-        web.clearRequests();
-        log.clear();
-        panel.start();
-        QStringList urls{epLeagueUrl};
-        state.ResumeTiming();
-
-        data.startDownload(EliteProspects, urls, true);
-
-        state.PauseTiming();
-        panel.stop();
-        if (data.players.size() != epPlayerCount || web.requests().size() != epPageCount)
-            state.SkipWithError("the harvest did not fetch every page");
-        state.ResumeTiming();
-    }
-
-    setLogOutput(nullptr);
-    setStatusDisplay(nullptr);
-
-    state.counters["pages"] = epPageCount;
-    state.counters["pages/s"]
-        = benchmark::Counter(double(state.iterations()) * epPageCount, benchmark::Counter::kIsRate);
-    state.counters["scan_ms/page"] = scanMs;
-    state.counters["peak_rss_MB"] = peakResidentMegabytes();
+    });
 }
 BENCHMARK(BM_EpHarvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
 
