@@ -20,7 +20,7 @@ public:
     EP_Player(const EP_Player &) = delete;
     EP_Player &operator=(const EP_Player &) = delete;
 
-    // Copied from the roster row; a record that no pass made has none.
+    // Copied from the roster row by the pass; 0 in a record that no pass made.
     qint32 duplicateIndex = 0;
     bool isDuplicate = false;
     QString firstName;
