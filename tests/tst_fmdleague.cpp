@@ -216,11 +216,11 @@ void TestFmdLeague::lastPageOfHeading_data()
     QTest::addColumn<qint32>("last");
     QTest::addColumn<QString>("rest");
 
-    QTest::newRow("page clause") << u"Players Profiles, page 3</h1></div>tail"_s << 3 << u"</div>tail"_s;
+    QTest::newRow("page clause") << u"Players Profiles, page 3</h1></div>tail"_s << 3
+                                 << u"</div>tail"_s;
     QTest::newRow("no page clause") << u"Players Profiles</h1></div>tail"_s << 1 << u"</div>tail"_s;
     QTest::newRow("page 0 counts as 1") << u"Profiles, page 0</h1>"_s << 1 << QString();
-    QTest::newRow("page clause in capitals")
-        << u"PROFILES, PAGE 12</H1>"_s << 12 << QString();
+    QTest::newRow("page clause in capitals") << u"PROFILES, PAGE 12</H1>"_s << 12 << QString();
     QTest::newRow("not a number") << u"Profiles, page three</h1>"_s << 1 << QString();
     QTest::newRow("beyond 32 bits") << u"Profiles, page 99999999999</h1>"_s << 1 << QString();
     QTest::newRow("no heading") << u"<p>nothing here</p>"_s << 1 << u"<p>nothing here</p>"_s;

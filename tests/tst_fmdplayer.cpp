@@ -40,27 +40,28 @@ const QStringList ratingKeys = {
 };
 
 const QStringList attributeKeys = {
-    u"Acceleration"_s,    u"Aerial Reach"_s,    u"Aggression"_s,     u"Agility"_s,
-    u"Anticipation"_s,    u"Balance"_s,         u"Bravery"_s,        u"Command Of Area"_s,
-    u"Communication"_s,   u"Composure"_s,       u"Concentration"_s,  u"Corners"_s,
-    u"Crossing"_s,        u"Decisions"_s,       u"Determination"_s,  u"Dribbling"_s,
-    u"Eccentricity"_s,    u"Finishing"_s,       u"First Touch"_s,    u"Flair"_s,
-    u"Free Kick"_s,       u"Handling"_s,        u"Heading"_s,        u"Jumping Reach"_s,
-    u"Kicking"_s,         u"Leadership"_s,      u"Long Shots"_s,     u"Long Throws"_s,
-    u"Marking"_s,         u"Natural Fitness"_s, u"Off The Ball"_s,   u"One On Ones"_s,
-    u"Pace"_s,            u"Passing"_s,         u"Penalty Taking"_s, u"Positioning"_s,
-    u"Reflexes"_s,        u"Rushing Out"_s,     u"Stamina"_s,        u"Strength"_s,
-    u"Tackling"_s,        u"Teamwork"_s,        u"Technique"_s,      u"Tendency To Punch"_s,
-    u"Throwing"_s,        u"Vision"_s,          u"Work Rate"_s,
+    u"Acceleration"_s,  u"Aerial Reach"_s,    u"Aggression"_s,     u"Agility"_s,
+    u"Anticipation"_s,  u"Balance"_s,         u"Bravery"_s,        u"Command Of Area"_s,
+    u"Communication"_s, u"Composure"_s,       u"Concentration"_s,  u"Corners"_s,
+    u"Crossing"_s,      u"Decisions"_s,       u"Determination"_s,  u"Dribbling"_s,
+    u"Eccentricity"_s,  u"Finishing"_s,       u"First Touch"_s,    u"Flair"_s,
+    u"Free Kick"_s,     u"Handling"_s,        u"Heading"_s,        u"Jumping Reach"_s,
+    u"Kicking"_s,       u"Leadership"_s,      u"Long Shots"_s,     u"Long Throws"_s,
+    u"Marking"_s,       u"Natural Fitness"_s, u"Off The Ball"_s,   u"One On Ones"_s,
+    u"Pace"_s,          u"Passing"_s,         u"Penalty Taking"_s, u"Positioning"_s,
+    u"Reflexes"_s,      u"Rushing Out"_s,     u"Stamina"_s,        u"Strength"_s,
+    u"Tackling"_s,      u"Teamwork"_s,        u"Technique"_s,      u"Tendency To Punch"_s,
+    u"Throwing"_s,      u"Vision"_s,          u"Work Rate"_s,
 };
 
 // A rating cell pair and an attribute row as the profile page writes them.
 QString ratingPair(const QString &first, const QString &firstValue, const QString &second,
                    const QString &secondValue)
 {
-    return u"<tr><td class=\"active warning\">%1</td><td><span style=\"font-size: 25px;\">%2</span></td></tr>"
+    return u"<tr><td class=\"active warning\">%1</td><td><span style=\"font-size: "
+           u"25px;\">%2</span></td></tr>"
            u"<tr><td class=\"active\">%3</td><td><span style=\"font-size: 25px;\">%4</span></td></tr>\n"_s
-        .arg(first, firstValue, second, secondValue);
+               .arg(first, firstValue, second, secondValue);
 }
 
 QString attributeRow(const QString &name, const QString &value)
@@ -174,8 +175,8 @@ void TestFmdPlayer::keyOrder()
 {
     // The page's grouping is not the columns' order: the keys sort as strings.
     QCOMPARE(FMD_Player::ratingNames(),
-             (QStringList{u"Overall"_s, u"Attacking"_s, u"Defending"_s, u"Technical"_s,
-                          u"Mental"_s, u"Physical"_s, u"Goalkeeping"_s}));
+             (QStringList{u"Overall"_s, u"Attacking"_s, u"Defending"_s, u"Technical"_s, u"Mental"_s,
+                          u"Physical"_s, u"Goalkeeping"_s}));
     QCOMPARE(FMD_Player::attributeNames().size(), 47);
     QCOMPARE(FMD_Player::attributeNames().first(), u"Corners"_s);
     QCOMPARE(FMD_Player::attributeNames().last(), u"Throwing"_s);
@@ -233,7 +234,8 @@ void TestFmdPlayer::parsePage_data()
                                   << u"Smith"_s << u"Jan Smith"_s << QDate(1995, 3, 5)
                                   << u"AM (RLC), ST (C)"_s << 1.85f << u"Testland"_s << 23u << 4u
                                   << u"FC Alpha"_s << 1500000u << QDate(2022, 6, 30) << u"Left"_s
-                                  << 20 << 1 << gridWith({P::AM, P::FR, P::Right, P::Left, P::Centre})
+                                  << 20 << 1
+                                  << gridWith({P::AM, P::FR, P::Right, P::Left, P::Centre})
                                   << ratingKeys << QList<int>{81, 42, 0, 70, 78, 73, 76};
     // A second position word is not believed; no side for a goalkeeper; no goals
     // read behind 0 appearances.
@@ -253,8 +255,8 @@ void TestFmdPlayer::parsePage_data()
     // empty key, which sorts first.
     QTest::newRow("second-style cell missing")
         << u"fmd/profile_missingrating.html"_s << u"Carlos G\u00f3mez"_s << u"Carlos"_s
-        << u"G\u00f3mez"_s << u"Carlos G\u00f3mez"_s << QDate(1996, 2, 29) << u"WB/M (R)"_s
-        << 1.76f << u"Australia"_s << 11u << 1u << u"Atl\u00e9tico Testville"_s << 2250000u
+        << u"G\u00f3mez"_s << u"Carlos G\u00f3mez"_s << QDate(1996, 2, 29) << u"WB/M (R)"_s << 1.76f
+        << u"Australia"_s << 11u << 1u << u"Atl\u00e9tico Testville"_s << 2250000u
         << QDate(2020, 6, 30) << u"Right"_s << 1 << 20 << gridWith({P::M, P::WB, P::Right})
         << (QStringList{QString()} + ratingKeys) << QList<int>{77, 66, 70, 0, 67, 72, 0, 71};
     // One turn of ratings; no dates; no appearances line; no attribute table.
@@ -262,12 +264,11 @@ void TestFmdPlayer::parsePage_data()
         << u"fmd/profile_noattributes.html"_s << u"Mary Jane Watson"_s << u"Mary"_s
         << u"Jane Watson"_s << u"Mary Jane Watson"_s << QDate() << u"DM, M (C)"_s << 1.70f
         << u"Otherland"_s << 0u << 0u << u"FC Beta"_s << 0u << QDate() << u"right"_s << 1 << 20
-        << gridWith({P::DM, P::M, P::Centre}) << ratingKeys
-        << QList<int>{58, 0, 0, 0, 61, 0, 0};
+        << gridWith({P::DM, P::M, P::Centre}) << ratingKeys << QList<int>{58, 0, 0, 0, 61, 0, 0};
     QTest::newRow("first touch, no technique")
         << u"fmd/profile_firsttouch.html"_s << u"Lukas Brandt"_s << u"Lukas"_s << u"Brandt"_s
-        << u"Lukas Brandt"_s << QDate(1988, 8, 8) << u"SW, D (C)"_s << 1.90f << u"Testland"_s
-        << 5u << 0u << u"FC Beta"_s << 300000u << QDate(2019, 6, 30) << u"Either"_s << 20 << 20
+        << u"Lukas Brandt"_s << QDate(1988, 8, 8) << u"SW, D (C)"_s << 1.90f << u"Testland"_s << 5u
+        << 0u << u"FC Beta"_s << 300000u << QDate(2019, 6, 30) << u"Either"_s << 20 << 20
         << gridWith({P::SW, P::D, P::Centre}) << ratingKeys
         << QList<int>{40, 68, 0, 65, 66, 70, 62};
 }
@@ -314,9 +315,9 @@ void TestFmdPlayer::attributesOfTheFieldPlayer()
     player.parsePage(text);
     // First Touch 14 followed by its own Technique of 9.
     QCOMPARE(valuesOf(player.attributes),
-             (QList<int>{7,  3,  5, 10, 8,  13, 11, 6,  9,  14, 17, 4,  7,  20, 5, 10,
-                         12, 13, 14, 8, 19, 15, 4,  16, 18, 11, 7,  10, 13, 19, 14, 3,
-                         4,  16, 19, 17, 6, 9,  7,  10, 4,  20, 9,  12, 15, 5,  8}));
+             (QList<int>{7,  3,  5,  10, 8,  13, 11, 6,  9,  14, 17, 4,  7,  20, 5,  10,
+                         12, 13, 14, 8,  19, 15, 4,  16, 18, 11, 7,  10, 13, 19, 14, 3,
+                         4,  16, 19, 17, 6,  9,  7,  10, 4,  20, 9,  12, 15, 5,  8}));
     QCOMPARE(player.attributes.value(u"First Touch"_s), qint16(14));
     QCOMPARE(player.attributes.value(u"Technique"_s), qint16(9));
 
@@ -369,8 +370,8 @@ void TestFmdPlayer::ratingsStopAfterThreeTurns()
 
 void TestFmdPlayer::ratingsOfOneTurn()
 {
-    QString text = ratingPair(u"Overall"_s, u"70"_s, u"Attacking"_s, u"60"_s)
-        + u"<p>no further pairs</p>"_s;
+    QString text
+        = ratingPair(u"Overall"_s, u"70"_s, u"Attacking"_s, u"60"_s) + u"<p>no further pairs</p>"_s;
     FMD_Player player;
     player.readRatings(text);
     QCOMPARE(valuesOf(player.ratings), (QList<int>{60, 0, 0, 0, 70, 0, 0}));
@@ -545,10 +546,9 @@ void TestFmdPlayer::parseInternationalRecord_data()
     QTest::newRow("markers in capitals") << u"</A><BR />MAIN 7 caps / 2 GOALS"_s << 7u << 2u;
     QTest::newRow("negative caps") << u"</a><br />Main -3 caps / 2 goals"_s << 0u << 0u;
     QTest::newRow("not a number") << u"</a><br />Main many caps / 2 goals"_s << 0u << 0u;
-    QTest::newRow("beyond 32 bits")
-        << u"</a><br />Main 4294967296 caps / 2 goals"_s << 0u << 0u;
-    QTest::newRow("largest count") << u"</a><br />Main 4294967295 caps / x goals"_s
-                                   << 4294967295u << 0u;
+    QTest::newRow("beyond 32 bits") << u"</a><br />Main 4294967296 caps / 2 goals"_s << 0u << 0u;
+    QTest::newRow("largest count")
+        << u"</a><br />Main 4294967295 caps / x goals"_s << 4294967295u << 0u;
     QTest::newRow("empty text") << QString() << 0u << 0u;
 }
 
@@ -615,7 +615,8 @@ void TestFmdPlayer::decodePositions_data()
     QTest::newRow("M without the bracket") << u"M (C)"_s << gridWith({P::Centre});
     QTest::newRow("SW") << u">SW"_s << gridWith({P::SW, P::Centre});
     QTest::newRow("small letters match nothing") << u">st (c)"_s << gridWith({P::Centre});
-    QTest::newRow("right and left, no centre") << u">D (RL)"_s << gridWith({P::D, P::Right, P::Left});
+    QTest::newRow("right and left, no centre")
+        << u">D (RL)"_s << gridWith({P::D, P::Right, P::Left});
     QTest::newRow("centre beside a side") << u">D (LC)"_s << gridWith({P::D, P::Left, P::Centre});
     // Side letters count wherever they stand.
     QTest::newRow("side letter in a word") << u">Centre Back"_s << gridWith({P::Centre});
@@ -638,15 +639,15 @@ void TestFmdPlayer::positionsLoseTheirFirstCharacter_data()
     QTest::addColumn<QString>("cell");
     QTest::addColumn<QString>("positions");
 
-    QTest::newRow("two positions") << u"<td class=\"text-center\">AM (RLC), ST (C)</td>"_s
-                                   << u"AM (RLC), ST (C)"_s;
+    QTest::newRow("two positions")
+        << u"<td class=\"text-center\">AM (RLC), ST (C)</td>"_s << u"AM (RLC), ST (C)"_s;
     QTest::newRow("goalkeeper") << u"<td class=\"text-center\">GK</td>"_s << u"GK"_s;
     // The value is trimmed before the bracket goes, and the blanks behind it stay.
-    QTest::newRow("blanks inside the tag") << u"<td class=\"text-center\" >  D (L) </td>"_s
-                                           << u"  D (L)"_s;
+    QTest::newRow("blanks inside the tag")
+        << u"<td class=\"text-center\" >  D (L) </td>"_s << u"  D (L)"_s;
     // Whatever the first character is, it goes.
-    QTest::newRow("other attribute") << u"<td class=\"text-center\" id=\"p\">ST</td>"_s
-                                     << u"d=\"p\">ST"_s;
+    QTest::newRow("other attribute")
+        << u"<td class=\"text-center\" id=\"p\">ST</td>"_s << u"d=\"p\">ST"_s;
     QTest::newRow("empty cell") << u"<td class=\"text-center\"></td>"_s << u""_s;
 }
 
@@ -696,8 +697,8 @@ void TestFmdPlayer::nation_data()
     QTest::newRow("plain") << u"Testland"_s << u"Testland"_s;
     QTest::newRow("Republic of Macedonia") << u"Republic of Macedonia"_s << u"Macedonia"_s;
     QTest::newRow("North Macedonia") << u"North Macedonia"_s << u"Macedonia"_s;
-    QTest::newRow("small letters left alone") << u"republic of macedonia"_s
-                                              << u"republic of macedonia"_s;
+    QTest::newRow("small letters left alone")
+        << u"republic of macedonia"_s << u"republic of macedonia"_s;
     QTest::newRow("Korea Republic") << u"South Korea Republic"_s << u"South Korea"_s;
     QTest::newRow("North Korea untouched") << u"North Korea"_s << u"North Korea"_s;
     QTest::newRow("Australia") << u"Commonwealth of Australia"_s << u"Australia"_s;
@@ -737,9 +738,9 @@ void TestFmdPlayer::value_data()
 void TestFmdPlayer::value()
 {
     QFETCH(QString, cell);
-    QString text = u"<tr><td>Position</td><td class=\"text-center\">ST</td></tr>"
-                   u"<tr><td>Value</td><td class=\"text-center\"><strong>%1</strong></td></tr>"_s
-                       .arg(cell);
+    QString text
+        = u"<tr><td>Position</td><td class=\"text-center\">ST</td></tr>"
+          u"<tr><td>Value</td><td class=\"text-center\"><strong>%1</strong></td></tr>"_s.arg(cell);
     FMD_Player player;
     player.parsePage(text);
     QTEST(uint(player.marketValue), "value");
@@ -787,9 +788,9 @@ void TestFmdPlayer::testReport()
         u"Physical: 0"_s,
         u"Technical: 71"_s,
     };
-    const QList<int> values = {18, 19, 17, 3,  20, 6,  5,  4,  7,  8,  11, 16, 19, 14, 17, 4,
-                               10, 7,  10, 20, 13, 13, 16, 9,  16, 5,  19, 4,  7,  12, 8,  19,
-                               15, 10, 13, 11, 4,  7,  18, 3,  16, 14, 19, 10, 13, 17, 20};
+    const QList<int> values = {18, 19, 17, 3,  20, 6,  5,  4, 7,  8,  11, 16, 19, 14, 17, 4,
+                               10, 7,  10, 20, 13, 13, 16, 9, 16, 5,  19, 4,  7,  12, 8,  19,
+                               15, 10, 13, 11, 4,  7,  18, 3, 16, 14, 19, 10, 13, 17, 20};
     for (qsizetype i = 0; i < attributeKeys.size(); ++i)
         expected.append(u"%1: %2"_s.arg(attributeKeys.at(i)).arg(values.at(i)));
     expected += QStringList{u"CA: 0"_s, u"PA: 0"_s, u"--- COMPLETE ---"_s};
