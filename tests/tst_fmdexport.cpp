@@ -29,14 +29,6 @@ QString withSeparator(QString text, QChar separator)
     return text.replace(u'|', separator);
 }
 
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<unreadable>");
-    return file.readAll();
-}
-
 // A player with every field set, names with an accent and a comma.
 FMD_Player *fullPlayer()
 {
@@ -128,7 +120,7 @@ void TestFmdExport::emptyList()
 
     // Without a record there are no table titles; the line still ends in a separator.
     const QString line = withSeparator(fixedTitles + u"|Height (m)|Positions|\n"_s, separator);
-    QCOMPARE(readFile(path), QByteArray("\xEF\xBB\xBF") + line.toUtf8());
+    QCOMPARE(fileBytes(path), QByteArray("\xEF\xBB\xBF") + line.toUtf8());
 }
 
 void TestFmdExport::rows_data()
@@ -138,8 +130,8 @@ void TestFmdExport::rows_data()
 
     // The Ascii rule reads the names' Latin-1 bytes as UTF-8 and drops commas and
     // semicolons; the address name and the position text never pass through it.
-    const QString tail = u"|20|1|1|1|20|1|1|1|20|1|1|20|1|11|1|0|0"_s + u"|0|0|0|0|72|0|0"_s + zeros(46)
-        + u"|-3|1.76|WB/M (R), \u00e9|\n"_s;
+    const QString tail = u"|20|1|1|1|20|1|1|1|20|1|1|20|1|11|1|0|0"_s + u"|0|0|0|0|72|0|0"_s
+        + zeros(46) + u"|-3|1.76|WB/M (R), \u00e9|\n"_s;
     QTest::newRow("utf") << true
                          << u"1004|carlos-g\u00f3mez|Carlos|G\u00f3mez, Jr|Carlos G\u00f3mez|"
                             u"Carlos G\u00f3mez; Jr|29.02.1996|C\u00f4te d'Ivoire|30.06.2020|"
@@ -177,7 +169,8 @@ void TestFmdExport::freshRecord()
     QTextStream stream(&written);
     player.writeUtf(stream, u',');
     stream.flush();
-    QCOMPARE(written, u",,,,,,,,,0,,1,1,1,1,1,1,1,1,1,1,1,20,1,0,0,0,0"_s + zeros(7 + 47).replace(u'|', u',')
+    QCOMPARE(written,
+             u",,,,,,,,,0,,1,1,1,1,1,1,1,1,1,1,1,20,1,0,0,0,0"_s + zeros(7 + 47).replace(u'|', u',')
                  + u",0,,\n"_s);
 }
 
@@ -201,10 +194,10 @@ void TestFmdExport::titlesComeFromTheFirstRecord()
     const QString titles = fixedTitles + u"||"_s + ratingTitles + u"|"_s + attributeTitles
         + u"|Height (m)|Positions|"_s;
     const QString freshTail = u"|||||||||0||1|1|1|1|1|1|1|1|1|1|1|20|1|0|0|0|0"_s;
-    const QString expected = titles + u"\n1"_s + freshTail + u"|77"_s + zeros(7 + 47)
-        + u"|0||\n2"_s + freshTail + zeros(7 + 47) + u"|0||\n"_s;
-    QCOMPARE(readFile(path), QByteArray("\xEF\xBB\xBF") + withSeparator(expected, u'\t').toUtf8());
-    const QList<QByteArray> lines = readFile(path).split('\n');
+    const QString expected = titles + u"\n1"_s + freshTail + u"|77"_s + zeros(7 + 47) + u"|0||\n2"_s
+        + freshTail + zeros(7 + 47) + u"|0||\n"_s;
+    QCOMPARE(fileBytes(path), QByteArray("\xEF\xBB\xBF") + withSeparator(expected, u'\t').toUtf8());
+    const QList<QByteArray> lines = fileBytes(path).split('\n');
     QCOMPARE(lines.at(0).count('\t'), 84 + 1);
     QCOMPARE(lines.at(1).count('\t'), 85);
     QCOMPARE(lines.at(2).count('\t'), 84);
@@ -224,7 +217,7 @@ void TestFmdExport::recordsInListOrder()
     QVERIFY(FMD_Player::exportPlayers(QFileInfo(path), players, false));
     qDeleteAll(players);
 
-    QList<QByteArray> lines = readFile(path).split('\n');
+    QList<QByteArray> lines = fileBytes(path).split('\n');
     QCOMPARE(lines.size(), 5);
     QVERIFY(lines.at(1).startsWith("30,"));
     QVERIFY(lines.at(2).startsWith("10,"));
@@ -250,9 +243,9 @@ void TestFmdExport::exportCanBeRepeated()
     const QString path = dir.filePath(u"twice.csv"_s);
     QList<DataWrapper *> players{fullPlayer()};
     QVERIFY(FMD_Player::exportPlayers(QFileInfo(path), players, false));
-    const QByteArray first = readFile(path);
+    const QByteArray first = fileBytes(path);
     QVERIFY(FMD_Player::exportPlayers(QFileInfo(path), players, false));
-    QCOMPARE(readFile(path), first);
+    QCOMPARE(fileBytes(path), first);
     // The record is as it was.
     QCOMPARE(static_cast<FMD_Player *>(players.first())->secondName, u"G\u00f3mez, Jr"_s);
     qDeleteAll(players);

@@ -27,14 +27,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<unreadable>");
-    return file.readAll();
-}
-
 void selectFmdataba(MainWindow &window)
 {
     window.websiteBox->setCurrentIndex(window.websiteBox->findText(u"FMDataba"_s));
@@ -148,7 +140,7 @@ void TestFmdHarvest::harvest()
 
     // One file only: the lists are not exported.
     QCOMPARE(QDir(outDir.path()).entryList(QDir::Files), QStringList{u"players.csv"_s});
-    const QByteArray written = readFile(chosen);
+    const QByteArray written = fileBytes(chosen);
     const QByteArray wanted = fixtureBytes(u"fmd/expected/harvest_"_s + expected + u".csv"_s);
     QVERIFY(!wanted.isEmpty());
     QCOMPARE(written, wanted);
@@ -284,7 +276,7 @@ void TestFmdHarvest::testLeaguePageDuringThePlayerPass()
     answerNextFileDialog(chosen);
     QTest::mouseClick(window.saveButton, Qt::LeftButton);
     QTRY_VERIFY(QFile::exists(chosen));
-    const QList<QByteArray> rows = readFile(chosen).split('\n');
+    const QList<QByteArray> rows = fileBytes(chosen).split('\n');
     QCOMPARE(rows.size(), 1 + 3 + 1);
     QVERIFY(rows.at(1).startsWith("1002,tom-keeper,Tom,Keeper,"));
     QVERIFY(rows.at(2).startsWith("1004,carlos-gomez,Carlos,G"));

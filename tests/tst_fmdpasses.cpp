@@ -25,20 +25,9 @@ namespace {
 using FmdSite::listUrl;
 using FmdSite::playerUrl;
 
-QStringList requestedUrls(const FixtureWeb &web)
-{
-    QStringList urls;
-    for (const FixtureWeb::Request &request : web.requests())
-        urls.append(request.url);
-    return urls;
-}
-
 QStringList canonical(const QStringList &urls)
 {
-    QStringList result;
-    for (const QString &url : urls)
-        result.append(FixtureWeb::canonicalUrl(url));
-    return result;
+    return FixtureWeb::canonicalUrls(urls);
 }
 
 // The league pass's line, written out in full: the number and the count in
@@ -152,7 +141,7 @@ void TestFmdPasses::listOfThreePages()
     QStringList urls{listUrl(u"best-players"_s)};
     QVERIFY(FMD_League::downloadLeagues(records, urls, 2000));
 
-    QCOMPARE(requestedUrls(web),
+    QCOMPARE(web.requestedUrls(),
              canonical({listUrl(u"best-players"_s), listUrl(u"best-players/1"_s),
                         listUrl(u"best-players/2"_s)}));
     // Jan Smith stood on two pages: once the list has ended, he stands once.
@@ -178,7 +167,7 @@ void TestFmdPasses::listWithoutPageClause()
 
     // Without a page clause the list has one page: the next one is fetched, and
     // its page number ends the walk before it is scanned.
-    QCOMPARE(requestedUrls(web),
+    QCOMPARE(web.requestedUrls(),
              canonical({listUrl(u"best-goalkeepers"_s), listUrl(u"best-goalkeepers/1"_s)}));
     QCOMPARE(urls, QStringList{listUrl(u"best-goalkeepers/1"_s)});
     QCOMPARE(FMD_League::playerUrls(),
@@ -224,7 +213,7 @@ void TestFmdPasses::pageNumberRules()
     QStringList urls{address};
     FMD_League::downloadLeagues(records, urls, 2000);
 
-    QCOMPARE(requestedUrls(web), canonical({address}));
+    QCOMPARE(web.requestedUrls(), canonical({address}));
     if (scanned) {
         QCOMPARE(FMD_League::playerUrls().size(), 2);
         QCOMPARE(records.size(), 1);
@@ -245,7 +234,7 @@ void TestFmdPasses::failingFirstPageOfAnEmptyRun()
     QStringList urls{gone};
     QVERIFY(FMD_League::downloadLeagues(records, urls, 2000));
 
-    QCOMPARE(requestedUrls(web), canonical({gone}));
+    QCOMPARE(web.requestedUrls(), canonical({gone}));
     QVERIFY(records.isEmpty());
     // With the full stop of this pass.
     QCOMPARE(logLines(log),
@@ -263,7 +252,7 @@ void TestFmdPasses::failingLaterPage()
     FMD_League::downloadLeagues(records, urls, 2000);
 
     // The message shows the next-page address; the first page's players stay.
-    QCOMPARE(requestedUrls(web),
+    QCOMPARE(web.requestedUrls(),
              canonical({listUrl(u"best-players"_s), listUrl(u"best-players/1"_s)}));
     QCOMPARE(urls, QStringList{listUrl(u"best-players/1"_s)});
     QCOMPARE(FMD_League::playerUrls(), FmdSite::playerUrls().mid(0, 3));
@@ -298,7 +287,7 @@ void TestFmdPasses::recordKeptOnceAnyListFoundAPlayer()
     FMD_League::downloadLeagues(records, urls, 2000);
 
     // The empty element makes no request.
-    QCOMPARE(requestedUrls(web),
+    QCOMPARE(web.requestedUrls(),
              canonical({gone, listUrl(u"best-goalkeepers"_s), listUrl(u"best-goalkeepers/1"_s)}));
     QCOMPARE(logLines(log),
              (QStringList{QString(), u"Downloading 3 league page(s)"_s,
@@ -318,7 +307,7 @@ void TestFmdPasses::pageOfAnotherLayout()
 
     // No rows; the walk goes on to the first link with a title that is left.
     const QString winter = u"https://fmdataba.com/19/news/14/winter-update"_s;
-    QCOMPARE(requestedUrls(web), canonical({news, winter}));
+    QCOMPARE(web.requestedUrls(), canonical({news, winter}));
     QCOMPARE(logLines(log),
              (QStringList{QString(), u"Downloading 1 league page(s)"_s,
                           u"ERROR: Unable to access %1."_s.arg(winter)}));
@@ -355,7 +344,7 @@ void TestFmdPasses::playerPass()
     FMD_League::playerUrls() = urls;
     QVERIFY(FMD_Player::downloadPlayers(records, FMD_League::playerUrls(), false));
 
-    QCOMPARE(requestedUrls(web), canonical(urls));
+    QCOMPARE(web.requestedUrls(), canonical(urls));
     // No full stop behind this pass's error, and the counter counts successes only.
     QCOMPARE(
         logLines(log),
@@ -457,7 +446,7 @@ void TestFmdPasses::playerPassWalksTheLiveList()
     poll.stop();
 
     QVERIFY(done);
-    QCOMPARE(requestedUrls(web),
+    QCOMPARE(web.requestedUrls(),
              canonical({playerUrl(1001, u"jan-smith"_s), playerUrl(1002, u"tom-keeper"_s)}));
     QCOMPARE(records.size(), 2);
     QCOMPARE(logLines(log).mid(1),
@@ -475,29 +464,16 @@ void TestFmdPasses::plannerRoad()
     QVERIFY(planner.startDownload(FMDataba, urls, true));
 
     // One league becomes fifteen lists, walked in order; then the seven players.
-    const QStringList lists = {
-        u"best-goalkeepers"_s,
-        u"best-defenders-center"_s,
-        u"best-defenders-left"_s,
-        u"best-defenders-right"_s,
-        u"best-wing-backs-left"_s,
-        u"best-wing-backs-right"_s,
-        u"best-defensive-midfielders"_s,
-        u"best-midfielders-center"_s,
-        u"best-midfielders-left"_s,
-        u"best-midfielders-right"_s,
-        u"best-attacking-midfielders-center"_s,
-        u"best-attacking-midfielders-left"_s,
-        u"best-attacking-midfielders-right"_s,
-        u"best-strikers-center"_s,
-    };
+    // The fourteen names and their order are held to the letter by the planner's tests.
+    const QStringList &lists = DataInterface::fmdPageNames();
+    QCOMPARE(lists.first(), u"best-goalkeepers"_s);
     QStringList expected
         = {listUrl(u"best-players"_s), listUrl(u"best-players/1"_s), listUrl(u"best-players/2"_s),
            listUrl(u"best-goalkeepers"_s), listUrl(u"best-goalkeepers/1"_s)};
     for (const QString &list : lists.mid(1))
         expected.append(listUrl(list));
     expected += FmdSite::playerUrls();
-    QCOMPARE(requestedUrls(web), canonical(expected));
+    QCOMPARE(web.requestedUrls(), canonical(expected));
 
     // No team pass: two announcements, the lists and the players.
     QCOMPARE(announced.size(), 2);
