@@ -78,6 +78,7 @@ private slots:
     void playerOnTwoLists();
     void recordKeptOnceAnyListFoundAPlayer();
     void pageOfAnotherLayout();
+    void duplicatesGoAtTheEndOfTheList();
     void walkHasNoLimitOfItsOwn();
     void playerPass();
     void playerPassOfNoAddress();
@@ -313,6 +314,27 @@ void TestFmdPasses::pageOfAnotherLayout()
                           u"ERROR: Unable to access %1."_s.arg(winter)}));
     QVERIFY(records.isEmpty());
     QVERIFY(FMD_League::playerUrls().isEmpty());
+}
+
+void TestFmdPasses::duplicatesGoAtTheEndOfTheList()
+{
+    // The page holds one address twice and once more in other letters, an empty
+    // address and a cut one: at the end of the list the repeat goes, and the
+    // address in other letters stays as a player of its own.
+    const QString strikers = u"https://fmdataba.com/19/l/9/otherland-first-division/"
+                             u"best-strikers-center"_s;
+    web.routeFile(strikers + u"/1"_s, u"fmd/list_oddrows.html"_s);
+    QStringList urls{strikers + u"/1"_s};
+    FMD_League::downloadLeagues(records, urls, 2000);
+
+    QCOMPARE(web.requestedUrls(), canonical({strikers + u"/1"_s, strikers + u"/3"_s}));
+    QCOMPARE(FMD_League::playerUrls(),
+             (QStringList{playerUrl(2001, u"ola-berg"_s), playerUrl(2001, u"Ola-Berg"_s), QString(),
+                          u"a=\"x"_s}));
+    QCOMPARE(logLines(log),
+             (QStringList{QString(), u"Downloading 1 league page(s)"_s,
+                          u"ERROR: Unable to access %1."_s.arg(strikers + u"/3"_s),
+                          leagueLine(1, u"Otherland First Division"_s, 4)}));
 }
 
 void TestFmdPasses::walkHasNoLimitOfItsOwn()
