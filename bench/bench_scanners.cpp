@@ -1,6 +1,9 @@
-// Scanning time of each Transfer Markt page kind on pages of the site's real size.
+// Scanning time of each Transfer Markt and FMDataba page kind on pages of the
+// sites' real size.
 #include "bench/benchpages.h"
 #include "core/playerpagelist.h"
+#include "fmd/fmdleague.h"
+#include "fmd/fmdplayer.h"
 #include "tfm/tfmhistory.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmplayer.h"
@@ -18,6 +21,8 @@ constexpr qsizetype leagueBytes = 150 * 1024;
 constexpr qsizetype squadBytes = 200 * 1024;
 constexpr qsizetype profileBytes = 300 * 1024;
 constexpr qsizetype historyBytes = 150 * 1024;
+constexpr qsizetype fmdListBytes = 120 * 1024;
+constexpr qsizetype fmdProfileBytes = 150 * 1024;
 
 QStringList numberedPaths(const QString &format, int count)
 {
@@ -109,6 +114,42 @@ void BM_HistoryPage(benchmark::State &state)
     reportPage(state, page);
 }
 BENCHMARK(BM_HistoryPage);
+
+void BM_FmdListPage(benchmark::State &state)
+{
+    const QString page = fmdListPage(
+        numberedPaths(u"https://fmdataba.com/19/p/%1/player-%1/"_s, 50), fmdListBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        FMD_League::playerUrls().clear();
+        QString text = page;
+        state.ResumeTiming();
+        FMD_League league;
+        league.parsePage(text);
+        benchmark::DoNotOptimize(text.size());
+    }
+    if (FMD_League::playerUrls().size() != 50)
+        state.SkipWithError("the list page gave the wrong number of players");
+    reportPage(state, page);
+}
+BENCHMARK(BM_FmdListPage);
+
+void BM_FmdProfilePage(benchmark::State &state)
+{
+    const QString page = fmdProfilePage(fmdProfileBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        QString text = page;
+        state.ResumeTiming();
+        FMD_Player player;
+        player.parsePage(text);
+        benchmark::DoNotOptimize(player.marketValue);
+        if (player.secondName != u"Smith"_s || player.attributes.value(u"Technique"_s) != 9)
+            state.SkipWithError("the profile page was not read");
+    }
+    reportPage(state, page);
+}
+BENCHMARK(BM_FmdProfilePage);
 
 } // namespace
 

@@ -1,6 +1,5 @@
 #include "bench/benchpages.h"
 
-#include <QFile>
 #include <QRegularExpression>
 
 #include <sys/resource.h>
@@ -41,14 +40,6 @@ void insertBefore(QString &page, const QString &marker, const QString &text)
 }
 
 } // namespace
-
-QString fixtureText(const QString &relative)
-{
-    QFile file(QStringLiteral(QM_BENCH_FIXTURES_DIR) + u'/' + relative);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("missing fixture %s", qPrintable(relative));
-    return QString::fromUtf8(file.readAll());
-}
 
 QString padPage(const QString &page, qsizetype targetBytes)
 {
@@ -102,6 +93,26 @@ QString profilePage(qsizetype targetBytes)
 QString historyPage(qsizetype targetBytes)
 {
     return padPage(fixtureText(u"tfm/harvest_history_smith.html"_s), targetBytes);
+}
+
+QString fmdListPage(const QStringList &playerUrls, qsizetype targetBytes)
+{
+    QString rows;
+    for (qsizetype i = 0; i < playerUrls.size(); ++i) {
+        rows
+            += uR"(<tr><td>%1</td><td><img src="/img/faces/%1.png" alt="" width="20" /> <a style="font-size:13px;" href="%2" title="Player %1">Player %1</a><span style="font-size:x-small; display: block;">Testland</span></td><td class="hidden-xs">ST (C)</td><td class="hidden-xs">FC %1</td></tr>
+)"_s.arg(QString::number(i + 1), playerUrls.at(i));
+    }
+    QString page = fixtureText(u"fmd/list_first.html"_s);
+    static const QRegularExpression body(u"<tbody>.*</tbody>"_s,
+                                         QRegularExpression::DotMatchesEverythingOption);
+    page.replace(body, u"<tbody>\n"_s + rows + u"</tbody>"_s);
+    return padPage(page, targetBytes);
+}
+
+QString fmdProfilePage(qsizetype targetBytes)
+{
+    return padPage(fixtureText(u"fmd/profile_field.html"_s), targetBytes);
 }
 
 double peakResidentMegabytes()

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "tests/support/testsupport.h"
+
 #include <QString>
 #include <QStringList>
 
-// Pages of the benchmarks: the hand-written fixture pages, grown to the size of
-// the site's real pages with markup that holds none of the scanners' markers.
-
-// The text of a file under tests/fixtures, read as UTF-8.
-QString fixtureText(const QString &relative);
+// Pages of the benchmarks: the hand-written fixture pages (read with the tests'
+// fixtureText()), grown to the size of the site's real pages with markup that
+// holds none of the scanners' markers.
 
 // page with filler blocks added until its UTF-8 size reaches targetBytes: two
 // fifths behind <head> (inline scripts and styles), three tenths behind
@@ -21,6 +21,11 @@ QString squadPage(const QString &clubName, const QStringList &playerPaths, qsize
 // A player profile page and a player history page of realistic size.
 QString profilePage(qsizetype targetBytes);
 QString historyPage(qsizetype targetBytes);
+
+// An FMDataba player list page with a row for each profile address, and an
+// FMDataba profile page.
+QString fmdListPage(const QStringList &playerUrls, qsizetype targetBytes);
+QString fmdProfilePage(qsizetype targetBytes);
 
 // Peak resident memory of this process so far, in megabytes.
 double peakResidentMegabytes();

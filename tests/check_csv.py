@@ -1,14 +1,19 @@
 #!/usr/bin/env python3
-"""Reads Transfer Markt export files back with Python's csv module and checks
-their shape: the main file has 41 titles and 40 cells a player plus one for each
-secondary position; the history file has 7 titles and 7 cells a row, each row
-closed by a separator, which a spreadsheet reads as an eighth, empty cell.
+"""Reads Transfer Markt and FMDataba export files back with Python's csv module
+and checks their shape. Transfer Markt: the main file has 41 titles and 40 cells
+a player plus one for each secondary position; the history file has 7 titles and
+7 cells a row, each row closed by a separator, which a spreadsheet reads as an
+eighth, empty cell. FMDataba: 84 titles and 84 cells a player, every row closed
+by a separator; a player's rating table with a further key has one cell more,
+and in a comma-separated file each comma of the unquoted position text opens a
+further cell.
 
 Usage: check_csv.py FOLDER [FOLDER...]
 Every *.csv file of a folder is checked; a name with "history" in it is taken
 for a history file, any other for a main file. The byte-for-byte tests of the
 suite hold the program's output equal to the files kept under
-tests/fixtures/tfm/expected, which is the folder CTest passes here.
+tests/fixtures/tfm/expected and tests/fixtures/fmd/expected, the folders CTest
+passes here. A file whose title row is the FMDataba one is checked as such.
 """
 
 import csv
@@ -27,6 +32,32 @@ HISTORY_TITLES = ["Name", "DOB", "Club", "Year", "Apps", "Goals", "Loan"]
 
 # Secondary positions of the players in the fixture files, by id.
 SECONDARY_POSITIONS = {"12345": 3, "4711": 0, "777": 1, "": 0}
+
+FMD_TITLES = [
+    "Id", "NameInUrl", "First name", "Second name", "Common name", "Complete name", "DOB",
+    "Nation 1", "Contract end", "Value", "Club", "GK", "SW", "D", "DM", "M", "AM", "WB", "FR",
+    "Right", "Left", "Centre", "Right Foot", "Left Foot", "qint32 apps", "qint32 goals", "CA",
+    "PA", "Attacking", "Defending", "Goalkeeping", "Mental", "Overall", "Physical", "Technical",
+    "Acceleration", "Aerial Reach", "Aggression", "Agility", "Anticipation", "Balance",
+    "Bravery", "Command Of Area", "Communication", "Composure", "Concentration", "Corners",
+    "Crossing", "Decisions", "Determination", "Dribbling", "Eccentricity", "Finishing",
+    "First Touch", "Flair", "Free Kick", "Handling", "Heading", "Jumping Reach", "Kicking",
+    "Leadership", "Long Shots", "Long Throws", "Marking", "Natural Fitness", "Off The Ball",
+    "One On Ones", "Pace", "Passing", "Penalty Taking", "Positioning", "Reflexes",
+    "Rushing Out", "Stamina", "Strength", "Tackling", "Teamwork", "Technique",
+    "Tendency To Punch", "Throwing", "Vision", "Work Rate", "Height (m)", "Positions",
+]
+
+# Position text and further rating keys of the FMDataba players in the fixture
+# files, by id.
+FMD_PLAYERS = {
+    "1001": ("AM (RLC), ST (C)", 0),
+    "1002": ("GK, DM (C)", 0),
+    "1003": ("D (L)", 0),
+    "1004": ("WB/M (R)", 1),
+    "1005": ("DM, M (C)", 0),
+    "1006": ("SW, D (C)", 0),
+}
 
 BOM = "\ufeff"
 
@@ -70,6 +101,29 @@ def check_main(rows):
     return problems
 
 
+def check_fmd(rows, separator):
+    problems = []
+    if rows[0] != FMD_TITLES + [""]:
+        problems.append("title row: %d cells %r" % (len(rows[0]), rows[0]))
+    for number, row in enumerate(rows[1:], start=2):
+        if not row or row[0] not in FMD_PLAYERS:
+            problems.append("row %d: unknown id %r" % (number, row[0] if row else None))
+            continue
+        positions, further_keys = FMD_PLAYERS[row[0]]
+        split = positions.count(",") if separator == "," else 0
+        expected = len(FMD_TITLES) + 1 + further_keys + split
+        if len(row) != expected:
+            problems.append("row %d: %d cells, expected %d" % (number, len(row), expected))
+            continue
+        if row[-1] != "":
+            problems.append("row %d: no closing separator" % number)
+        if ",".join(row[-2 - split:-1]) != positions:
+            problems.append("row %d: position cells %r" % (number, row[-2 - split:-1]))
+        if any(cell not in ("1", "20") for cell in row[11:24]):
+            problems.append("row %d: a position or foot rating other than 1 or 20" % number)
+    return problems
+
+
 def check_history(rows):
     problems = []
     if rows[0] != HISTORY_TITLES + [""]:
@@ -97,7 +151,12 @@ def main(folders):
             try:
                 separator, rows = read_rows(path)
                 history = "history" in path.name.lower()
-                problems = check_history(rows) if history else check_main(rows)
+                if history:
+                    problems = check_history(rows)
+                elif rows[0][:9] == FMD_TITLES[:9]:
+                    problems = check_fmd(rows, separator)
+                else:
+                    problems = check_main(rows)
                 if len(rows) < 2:
                     problems.append("no row behind the titles")
             except ValueError as error:
