@@ -44,3 +44,26 @@ double textToFloat(const QString &text)
 {
     return double(text.toFloat());
 }
+
+bool writeCsvFile(const QFileInfo &info, const QString &suffix, const bool &utf,
+                  const QStringList &titles,
+                  const std::function<void(QTextStream &stream, const QChar &separator)> &writeRows)
+{
+    QFile *file = openCompanionFile(info, suffix);
+    QTextStream stream;
+    openCsvStream(stream, file, utf);
+    const QChar separator = csvSeparator(utf);
+    if (!file->isOpen()) {
+        // The stream lets go of the file before it is deleted.
+        stream.setDevice(nullptr);
+        delete file;
+        return false;
+    }
+    stream << titles.join(separator) << '\n';
+    writeRows(stream, separator);
+    // Detached first, so that what the stream holds reaches the file before it closes.
+    stream.setDevice(nullptr);
+    file->close();
+    delete file;
+    return true;
+}

@@ -2,6 +2,9 @@
 
 #include <QChar>
 #include <QString>
+#include <QStringList>
+
+#include <functional>
 
 class QFile;
 class QFileInfo;
@@ -14,3 +17,10 @@ QChar csvSeparator(const bool &utf);
 QFile *openCompanionFile(const QFileInfo &info, const QString &suffix);
 QString boolToYN(const bool &value);
 double textToFloat(const QString &text);
+
+// Writes one companion file of an export, suffix behind the chosen name: the
+// titles joined by the separator, then what writeRows puts in. False, with the
+// file object gone, when it can't be opened.
+bool writeCsvFile(const QFileInfo &info, const QString &suffix, const bool &utf,
+                  const QStringList &titles,
+                  const std::function<void(QTextStream &stream, const QChar &separator)> &writeRows);

@@ -3,7 +3,6 @@
 #include "core/fetch.h"
 #include "core/scan.h"
 #include "core/sharedstate.h"
-#include "core/values.h"
 
 using namespace Qt::StringLiterals;
 
@@ -126,12 +125,7 @@ void TFM_League::parsePage(QString &text)
 void TFM_League::testReport(QString &text)
 {
     parsePage(text);
-    appendLog(u"--- TESTING LEAGUE WEBPAGE ---"_s);
-    appendLog(u"%1: %2"_s.arg(u"League"_s, toAsciiName(leagueName)));
-    const QStringList urls = teamUrls();
-    appendLog(u"%1: %2"_s.arg(u"Teams"_s, QString::number(urls.size())));
-    for (qsizetype i = 0; i < urls.size(); ++i)
-        appendLog(u"Team %1: %2"_s.arg(QString::number(i + 1), urls.at(i)));
+    appendLeagueReport(leagueName, teamUrls());
 }
 
 QStringList &TFM_League::teamUrls()
