@@ -72,3 +72,13 @@ void appendLeagueReport(const QString &leagueName, const QStringList &teamUrls)
     for (qsizetype i = 0; i < teamUrls.size(); ++i)
         appendLog(u"Team %1: %2"_s.arg(QString::number(i + 1), teamUrls.at(i)));
 }
+
+void removeDuplicateTeams(QStringList &teamUrls)
+{
+    const qsizetype removed = teamUrls.removeDuplicates();
+    if (removed < 1)
+        appendLog(u"No duplicate teams were found."_s);
+    else
+        appendLog(
+            u"%1 duplicate team(s) have been removed from the downloads list."_s.arg(removed));
+}

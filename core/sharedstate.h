@@ -37,3 +37,6 @@ QString passLine(qsizetype number, const QString &name, qsizetype count, const Q
 // The offline report of a league page: its name, made Ascii, and the whole team
 // list as it stands, what earlier pages left in it included.
 void appendLeagueReport(const QString &leagueName, const QStringList &teamUrls);
+// The end of a league pass: drops the repeated team addresses, first ones kept,
+// and says in the log how many went.
+void removeDuplicateTeams(QStringList &teamUrls);

@@ -79,11 +79,6 @@ bool EP_League::downloadLeagues(QList<DataWrapper *> &leagues, QStringList &urls
         appendLog(passLine(leagues.size(), league->leagueName, teamUrls().size(), u"teams"_s));
     }
 
-    const qsizetype removed = teamUrls().removeDuplicates();
-    if (removed < 1)
-        appendLog(u"No duplicate teams were found."_s);
-    else
-        appendLog(
-            u"%1 duplicate team(s) have been removed from the downloads list."_s.arg(removed));
+    removeDuplicateTeams(teamUrls());
     return true;
 }

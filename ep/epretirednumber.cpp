@@ -2,6 +2,7 @@
 
 #include "core/scan.h"
 #include "core/values.h"
+#include "ep/teamrows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +24,7 @@ void EP_RetiredNumber::writeAscii(QTextStream &stream, const QChar &separator)
 
 void EP_RetiredNumber::writeUtf(QTextStream &stream, const QChar &separator)
 {
-    writeRow(*this, stream, separator, [](const QString &text) { return text; });
+    writeRow(*this, stream, separator, asItStands);
 }
 
 void EP_RetiredNumber::parsePage(QString &item)
@@ -38,26 +39,17 @@ void EP_RetiredNumber::parsePage(QString &item)
 
 bool scanRetiredNumbers(QList<EP_RetiredNumber> &rows, QString &text, const QString &teamName)
 {
-    isolateBetween(text, u"Retired Numbers"_s, u"</ul>"_s);
-    QString item;
-    while (takeBetween(item, text, u"<li>"_s, u"</li>"_s)) {
-        EP_RetiredNumber row;
-        row.team = teamName;
-        row.parsePage(item);
-        rows.append(row);
-    }
-    return !rows.isEmpty();
+    return scanTeamRows(rows, text, teamName, u"Retired Numbers"_s, u"</ul>"_s, u"<li>"_s,
+                        u"</li>"_s);
 }
 
 QString retiredNumberSample(const QList<EP_RetiredNumber> &rows, const int &index)
 {
-    if (rows.isEmpty())
-        return u"n/a"_s;
-    if (index < 0 || index >= rows.size())
-        return u"Retired number row #%1 does not exist"_s.arg(index);
-    const EP_RetiredNumber &row = rows.at(index);
-    return u"%1 - %2 %3 (%4)"_s.arg(row.number)
-        .arg(row.firstName)
-        .arg(row.secondName)
-        .arg(row.team);
+    return teamRowSample(rows, index, u"Retired number row #%1 does not exist"_s,
+                         [](const EP_RetiredNumber &row) {
+                             return u"%1 - %2 %3 (%4)"_s.arg(row.number)
+                                 .arg(row.firstName)
+                                 .arg(row.secondName)
+                                 .arg(row.team);
+                         });
 }

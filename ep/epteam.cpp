@@ -6,6 +6,7 @@
 #include "core/scan.h"
 #include "core/sharedstate.h"
 #include "core/values.h"
+#include "ep/teamrows.h"
 
 #include <QFileInfo>
 
@@ -108,7 +109,7 @@ void EP_Team::writeAscii(QTextStream &stream, const QChar &separator)
 
 void EP_Team::writeUtf(QTextStream &stream, const QChar &separator)
 {
-    writeTeamRow(*this, stream, separator, [](const QString &text) { return text; });
+    writeTeamRow(*this, stream, separator, asItStands);
 }
 
 void EP_Team::parsePage(QString &text)

@@ -2,6 +2,7 @@
 
 #include "core/scan.h"
 #include "core/values.h"
+#include "ep/teamrows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -36,7 +37,7 @@ void EP_TeamHistory::writeAscii(QTextStream &stream, const QChar &separator)
 
 void EP_TeamHistory::writeUtf(QTextStream &stream, const QChar &separator)
 {
-    writeRow(*this, stream, separator, [](const QString &text) { return text; });
+    writeRow(*this, stream, separator, asItStands);
 }
 
 void EP_TeamHistory::parsePage(QString &row)
@@ -78,37 +79,28 @@ void EP_TeamHistory::parsePage(QString &row)
 
 bool scanTeamHistory(QList<EP_TeamHistory> &rows, QString &text, const QString &teamName)
 {
-    isolateBetween(text, u"Team History and Standings"_s, u"Where are they now"_s);
-    QString rowText;
-    while (takeBetween(rowText, text, u"<td class=\"season\">"_s, u"</tr>"_s)) {
-        EP_TeamHistory row;
-        row.team = teamName;
-        row.parsePage(rowText);
-        rows.append(row);
-    }
-    return !rows.isEmpty();
+    return scanTeamRows(rows, text, teamName, u"Team History and Standings"_s,
+                        u"Where are they now"_s, u"<td class=\"season\">"_s, u"</tr>"_s);
 }
 
 QString teamHistorySample(const QList<EP_TeamHistory> &rows, const int &index)
 {
-    if (rows.isEmpty())
-        return u"n/a"_s;
-    if (index < 0 || index >= rows.size())
-        return u"History row #%1 does not exist"_s.arg(index);
-    const EP_TeamHistory &row = rows.at(index);
     // One arg() after the other, as the line has always been built.
-    return u"%1 %2 %3 %4 %5-%6-%7 %8:%9 %10:%11 %12 %13 %14"_s.arg(row.season)
-        .arg(row.actualName)
-        .arg(row.league)
-        .arg(row.gp)
-        .arg(row.wins)
-        .arg(row.ties)
-        .arg(row.losses)
-        .arg(row.otWins)
-        .arg(row.otLosses)
-        .arg(row.goalsFor)
-        .arg(row.goalsAgainst)
-        .arg(row.points)
-        .arg(row.standing)
-        .arg(row.postSeason);
+    return teamRowSample(
+        rows, index, u"History row #%1 does not exist"_s, [](const EP_TeamHistory &row) {
+            return u"%1 %2 %3 %4 %5-%6-%7 %8:%9 %10:%11 %12 %13 %14"_s.arg(row.season)
+                .arg(row.actualName)
+                .arg(row.league)
+                .arg(row.gp)
+                .arg(row.wins)
+                .arg(row.ties)
+                .arg(row.losses)
+                .arg(row.otWins)
+                .arg(row.otLosses)
+                .arg(row.goalsFor)
+                .arg(row.goalsAgainst)
+                .arg(row.points)
+                .arg(row.standing)
+                .arg(row.postSeason);
+        });
 }

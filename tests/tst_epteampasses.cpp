@@ -51,22 +51,6 @@ const QString stavanger = team(u"105/stavanger-storm"_s);
 const QString narvik = team(u"106/narvik-nordics?tab=stats"_s);
 const QString drammen = team(u"107/drammen-dragons/2018-2019"_s);
 
-QStringList requestedUrls(const FixtureWeb &web)
-{
-    QStringList urls;
-    for (const FixtureWeb::Request &request : web.requests())
-        urls.append(request.url);
-    return urls;
-}
-
-QStringList canonical(const QStringList &urls)
-{
-    QStringList result;
-    for (const QString &url : urls)
-        result.append(FixtureWeb::canonicalUrl(url));
-    return result;
-}
-
 QList<int> announced(const QSignalSpy &spy)
 {
     QList<int> counts;
@@ -237,7 +221,7 @@ void TestEpTeamPasses::leagueAddress()
 
     QCOMPARE(EP_League::selectedSeason, season);
     QCOMPARE(urls, QStringList{requested});
-    QCOMPARE(requestedUrls(web), canonical({requested}));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({requested}));
     QCOMPARE(records.size(), 1);
     QCOMPARE(logLines(log),
              (QStringList{
@@ -286,7 +270,7 @@ void TestEpTeamPasses::failingLeaguePage()
 
     // The failed entry holds the complete address too.
     QCOMPARE(urls, (QStringList{broken, good}));
-    QCOMPARE(requestedUrls(web), canonical(urls));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls(urls));
     QCOMPARE(records.size(), 1);
     QCOMPARE(logLines(log),
              (QStringList{
@@ -338,7 +322,7 @@ void TestEpTeamPasses::leaguePassWorksThroughTheListAsItStood()
     QTimer::singleShot(0, this, [&urls] { urls.clear(); });
     EP_League::downloadLeagues(records, urls, 2019);
 
-    QCOMPARE(requestedUrls(web), canonical({first, second}));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({first, second}));
     QVERIFY(urls.isEmpty());
     QCOMPARE(records.size(), 2);
 }
@@ -350,7 +334,7 @@ void TestEpTeamPasses::teamPass()
     QStringList urls{oslo, missing, bergen, tromso};
     QVERIFY(EP_Team::downloadTeams(records, urls));
 
-    QCOMPARE(requestedUrls(web), canonical(urls));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls(urls));
     QCOMPARE(records.size(), 3);
     QCOMPARE(static_cast<EP_Team *>(records.at(1))->teamName, u"Bergen Bears"_s);
     // The error line has no full stop; the count is the running total of all rosters.
@@ -397,7 +381,7 @@ void TestEpTeamPasses::teamPassWorksThroughTheListAsItStood()
     EP_Team::downloadTeams(records, EP_League::teamUrls());
 
     // No duplicate removal in this pass: the first team is fetched twice.
-    QCOMPARE(requestedUrls(web), canonical({oslo, bergen, oslo}));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({oslo, bergen, oslo}));
     QCOMPARE(EP_League::teamUrls().size(), 303);
     QCOMPARE(records.size(), 3);
     QCOMPARE(logLines(log).at(1), u"Downloading 3 team page(s)"_s);
@@ -433,9 +417,9 @@ void TestEpTeamPasses::teamListCarriesOverIntoASecondRun()
     planner.startDownload(EliteProspects, second, false);
 
     QCOMPARE(announced(spy), (QList<int>{1, 6}));
-    QCOMPARE(requestedUrls(web),
-             canonical({leagueUrl(u"nordic-development-league"_s), oslo, bergen, tromso, stavanger,
-                        narvik, drammen}));
+    QCOMPARE(web.requestedUrls(),
+             FixtureWeb::canonicalUrls({leagueUrl(u"nordic-development-league"_s), oslo, bergen,
+                                        tromso, stavanger, narvik, drammen}));
     QCOMPARE(planner.leagues.size(), 1);
     QCOMPARE(planner.teams.size(), 6);
     QCOMPARE(EP_League::teamUrls(),
@@ -495,7 +479,7 @@ void TestEpTeamPasses::windowDownloadAndSave()
 
     QTest::mouseClick(window.downloadButton, Qt::LeftButton);
     QTRY_VERIFY(window.logBox->toPlainText().contains(u"----- PROCESS COMPLETE -----"_s));
-    QCOMPARE(requestedUrls(web), canonical({league, oslo, bergen, tromso}));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({league, oslo, bergen, tromso}));
     QCOMPARE(logLines(window.logBox),
              (QStringList{
                  QString(),
@@ -659,7 +643,7 @@ void TestEpTeamPasses::windowTestTeamPageWhileTheTeamPassWaits()
     window->downloadButton->click();
 
     QCOMPARE(teamsBeforeTest, 1);
-    QCOMPARE(requestedUrls(web), canonical({league, oslo, bergen, tromso}));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({league, oslo, bergen, tromso}));
     // The test's record, then the two teams that came in after it.
     QList<QString> names;
     for (DataWrapper *record : std::as_const(window->dataInterface.teams)) {

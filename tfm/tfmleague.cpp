@@ -158,11 +158,6 @@ bool TFM_League::downloadLeagues(QList<DataWrapper *> &leagues, QStringList &url
                            u"teams"_s));
     }
 
-    const qsizetype removed = teamUrls().removeDuplicates();
-    if (removed < 1)
-        appendLog(u"No duplicate teams were found."_s);
-    else
-        appendLog(
-            u"%1 duplicate team(s) have been removed from the downloads list."_s.arg(removed));
+    removeDuplicateTeams(teamUrls());
     return true;
 }
