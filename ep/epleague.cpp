@@ -1,7 +1,7 @@
 #include "ep/epleague.h"
 
 #include "core/constants.h"
-#include "core/fetch.h"
+#include "core/leaguepass.h"
 #include "core/scan.h"
 #include "core/sharedstate.h"
 
@@ -57,28 +57,12 @@ QStringList &EP_League::teamUrls()
 
 bool EP_League::downloadLeagues(QList<DataWrapper *> &leagues, QStringList &urls, qint32 season)
 {
-    // The entries as they stand now; the caller's entries are rewritten by place.
-    const QStringList entries = urls;
-    appendLog(u"\nDownloading %1 league page(s)"_s.arg(entries.size()));
     selectedSeason = season;
-
-    for (qsizetype i = 0; i < entries.size(); ++i) {
-        const QString address = leagueAddress(entries.at(i), season);
-        if (i < urls.size())
-            urls[i] = address;
-
-        QString page;
-        if (!fetchPage(page, address, false, nullptr, 0, 1)) {
-            appendLog(u"ERROR: Unable to access %1."_s.arg(address));
-            continue;
-        }
-
-        auto *league = new EP_League;
-        league->parsePage(page);
-        leagues.append(league);
-        appendLog(passLine(leagues.size(), league->leagueName, teamUrls().size(), u"teams"_s));
-    }
-
+    fetchLeaguePages<EP_League>(
+        leagues, urls, [season](const QString &entry) { return leagueAddress(entry, season); },
+        [](const EP_League &league, qsizetype number) {
+            return passLine(number, league.leagueName, teamUrls().size(), u"teams"_s);
+        });
     removeDuplicateTeams(teamUrls());
     return true;
 }

@@ -1,6 +1,6 @@
 #include "tfm/tfmleague.h"
 
-#include "core/fetch.h"
+#include "core/leaguepass.h"
 #include "core/scan.h"
 #include "core/sharedstate.h"
 
@@ -136,28 +136,12 @@ QStringList &TFM_League::teamUrls()
 
 bool TFM_League::downloadLeagues(QList<DataWrapper *> &leagues, QStringList &urls, qint32 season)
 {
-    // The addresses as they stand now; the caller's entries are rewritten by place.
-    const QStringList addresses = urls;
-    appendLog(u"\nDownloading %1 league page(s)"_s.arg(addresses.size()));
-
-    for (qsizetype i = 0; i < addresses.size(); ++i) {
-        const QString address = seasonAddress(addresses.at(i), season);
-        if (i < urls.size())
-            urls[i] = address;
-
-        QString page;
-        if (!fetchPage(page, address, false, nullptr, 0, 1)) {
-            appendLog(u"ERROR: Unable to access %1."_s.arg(address));
-            continue;
-        }
-
-        auto *league = new TFM_League;
-        league->parsePage(page);
-        leagues.append(league);
-        appendLog(passLine(leagues.size(), league->leagueName, league->nation, teamUrls().size(),
-                           u"teams"_s));
-    }
-
+    fetchLeaguePages<TFM_League>(
+        leagues, urls, [season](const QString &entry) { return seasonAddress(entry, season); },
+        [](const TFM_League &league, qsizetype number) {
+            return passLine(number, league.leagueName, league.nation, teamUrls().size(),
+                            u"teams"_s);
+        });
     removeDuplicateTeams(teamUrls());
     return true;
 }
