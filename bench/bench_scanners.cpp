@@ -1,6 +1,9 @@
-// Scanning time of each Transfer Markt page kind on pages of the site's real size.
+// Scanning time of each Transfer Markt and Elite Prospects page kind on pages of
+// the sites' real size.
 #include "bench/benchpages.h"
 #include "core/playerpagelist.h"
+#include "ep/epleague.h"
+#include "ep/epteam.h"
 #include "tfm/tfmhistory.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmplayer.h"
@@ -18,6 +21,8 @@ constexpr qsizetype leagueBytes = 150 * 1024;
 constexpr qsizetype squadBytes = 200 * 1024;
 constexpr qsizetype profileBytes = 300 * 1024;
 constexpr qsizetype historyBytes = 150 * 1024;
+constexpr qsizetype epLeagueBytes = 150 * 1024;
+constexpr qsizetype epTeamBytes = 300 * 1024;
 
 QStringList numberedPaths(const QString &format, int count)
 {
@@ -109,6 +114,45 @@ void BM_HistoryPage(benchmark::State &state)
     reportPage(state, page);
 }
 BENCHMARK(BM_HistoryPage);
+
+void BM_EpLeaguePage(benchmark::State &state)
+{
+    const QString page = epLeaguePage(20, epLeagueBytes);
+    EP_League::selectedSeason = 2019;
+    for (auto _ : state) {
+        state.PauseTiming();
+        EP_League::teamUrls().clear();
+        QString text = page;
+        state.ResumeTiming();
+        EP_League league;
+        league.parsePage(text);
+        benchmark::DoNotOptimize(league.leagueName);
+    }
+    if (EP_League::teamUrls().size() != 20)
+        state.SkipWithError("the league page gave the wrong number of teams");
+    reportPage(state, page);
+}
+BENCHMARK(BM_EpLeaguePage);
+
+void BM_EpTeamPage(benchmark::State &state)
+{
+    const QString page = epTeamPage(30, 40, epTeamBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        EP_Team::playerUrls() = PlayerPageList();
+        QString text = page;
+        state.ResumeTiming();
+        EP_Team team;
+        team.parsePage(text);
+        benchmark::DoNotOptimize(team.founded);
+        if (team.histories.size() != 40 || team.retiredNumbers.size() != 3)
+            state.SkipWithError("the team page gave the wrong number of rows");
+    }
+    if (EP_Team::playerUrls().count() != 30)
+        state.SkipWithError("the team page gave the wrong number of roster rows");
+    reportPage(state, page);
+}
+BENCHMARK(BM_EpTeamPage);
 
 } // namespace
 

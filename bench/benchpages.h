@@ -22,5 +22,11 @@ QString squadPage(const QString &clubName, const QStringList &playerPaths, qsize
 QString profilePage(qsizetype targetBytes);
 QString historyPage(qsizetype targetBytes);
 
+// An Elite Prospects league page in its standings form, with teams numbered from 1.
+QString epLeaguePage(int teams, qsizetype targetBytes);
+// An Elite Prospects team page with its facts, a roster and a history table of the
+// given numbers of rows, and three retired numbers.
+QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes);
+
 // Peak resident memory of this process so far, in megabytes.
 double peakResidentMegabytes();
