@@ -46,8 +46,7 @@ double textToFloat(const QString &text)
 }
 
 bool writeCsvFile(const QFileInfo &info, const QString &suffix, const bool &utf,
-                  const QStringList &titles,
-                  const std::function<void(QTextStream &stream, const QChar &separator)> &writeRows)
+                  const QStringList &titles, const CsvRowWriter &writeRows)
 {
     QFile *file = openCompanionFile(info, suffix);
     QTextStream stream;
