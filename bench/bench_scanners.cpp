@@ -1,7 +1,9 @@
-// Scanning time of each Transfer Markt and FMDataba page kind on pages of the
-// sites' real size.
+// Scanning time of each page kind of the three sites on pages of the sites'
+// real size.
 #include "bench/benchpages.h"
 #include "core/playerpagelist.h"
+#include "ep/epleague.h"
+#include "ep/epteam.h"
 #include "fmd/fmdleague.h"
 #include "fmd/fmdplayer.h"
 #include "tfm/tfmhistory.h"
@@ -23,6 +25,8 @@ constexpr qsizetype profileBytes = 300 * 1024;
 constexpr qsizetype historyBytes = 150 * 1024;
 constexpr qsizetype fmdListBytes = 120 * 1024;
 constexpr qsizetype fmdProfileBytes = 150 * 1024;
+constexpr qsizetype epLeagueBytes = 150 * 1024;
+constexpr qsizetype epTeamBytes = 300 * 1024;
 
 QStringList numberedPaths(const QString &format, int count)
 {
@@ -150,6 +154,45 @@ void BM_FmdProfilePage(benchmark::State &state)
     reportPage(state, page);
 }
 BENCHMARK(BM_FmdProfilePage);
+
+void BM_EpLeaguePage(benchmark::State &state)
+{
+    const QString page = epLeaguePage(20, epLeagueBytes);
+    EP_League::selectedSeason = 2019;
+    for (auto _ : state) {
+        state.PauseTiming();
+        EP_League::teamUrls().clear();
+        QString text = page;
+        state.ResumeTiming();
+        EP_League league;
+        league.parsePage(text);
+        benchmark::DoNotOptimize(league.leagueName);
+    }
+    if (EP_League::teamUrls().size() != 20)
+        state.SkipWithError("the league page gave the wrong number of teams");
+    reportPage(state, page);
+}
+BENCHMARK(BM_EpLeaguePage);
+
+void BM_EpTeamPage(benchmark::State &state)
+{
+    const QString page = epTeamPage(30, 40, epTeamBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        EP_Team::playerUrls() = PlayerPageList();
+        QString text = page;
+        state.ResumeTiming();
+        EP_Team team;
+        team.parsePage(text);
+        benchmark::DoNotOptimize(team.founded);
+        if (team.histories.size() != 40 || team.retiredNumbers.size() != 3)
+            state.SkipWithError("the team page gave the wrong number of rows");
+    }
+    if (EP_Team::playerUrls().count() != 30)
+        state.SkipWithError("the team page gave the wrong number of roster rows");
+    reportPage(state, page);
+}
+BENCHMARK(BM_EpTeamPage);
 
 } // namespace
 

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Neutral markup: no attribute, tag or word that any Transfer Markt scanner looks for.
+// Neutral markup: no attribute, tag or word that any scanner of the two sites looks for.
 const QString fillerBlock
     = uR"(<div class="tm-filler-row"><span class="tm-filler">Lorem ipsum dolor sit amet, consectetur adipiscing elit, sed do eiusmod tempor incididunt ut labore et dolore magna aliqua.</span></div>
 <script>window.tmFiller = window.tmFiller || []; window.tmFiller.push({"k": 1234, "v": "lorem ipsum dolor"});</script>
@@ -113,6 +113,70 @@ QString fmdListPage(const QStringList &playerUrls, qsizetype targetBytes)
 QString fmdProfilePage(qsizetype targetBytes)
 {
     return padPage(fixtureText(u"fmd/profile_field.html"_s), targetBytes);
+}
+
+namespace {
+
+// Replaces the table body number index (from 0) of page by rows.
+void replaceTableBody(QString &page, int index, const QString &rows)
+{
+    qsizetype start = -1;
+    for (int i = 0; i <= index; ++i)
+        start = page.indexOf(u"<tbody>"_s, start + 1);
+    const qsizetype end = page.indexOf(u"</tbody>"_s, start);
+    if (start < 0 || end < 0)
+        qFatal("the page has no table body %d", index);
+    page.replace(start, end - start, u"<tbody>\n"_s + rows);
+}
+
+} // namespace
+
+QString epLeaguePage(int teams, qsizetype targetBytes)
+{
+    QString rows;
+    for (int i = 1; i <= teams; ++i) {
+        rows
+            += uR"(<tr><td class="rank">%1</td><td class="team"><a href="https://www.eliteprospects.com/team/%1/club-%1/2019-2020">Club %1</a></td><td class="gp">52</td><td class="tp">%2</td></tr>
+)"_s.arg(QString::number(i), QString::number(100 - i));
+    }
+    QString page = fixtureText(u"ep/league_standings.html"_s);
+    replaceTableBody(page, 0, rows);
+    return padPage(page, targetBytes);
+}
+
+QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes)
+{
+    QString roster;
+    for (int i = 1; i <= rosterRows; ++i) {
+        roster += uR"(<tr>
+<td class="jersey">%1</td>
+<td class="name"><a href="https://www.eliteprospects.com/player/%2/player-%1">Player Number%1 (F)</a></td>
+<td class="date-of-birth">1996-04-12</td>
+<td class="birthplace"><a href="https://www.eliteprospects.com/search/player?birthplace=Oslo">Oslo, NOR</a></td>
+<td class="height">183</td>
+<td class="weight">88</td>
+<td class="shoots">L</td>
+<td class="contract">21/22</td>
+</tr>
+)"_s.arg(QString::number(i), QString::number(5000 + i));
+    }
+    QString history;
+    for (int i = 0; i < historyRows; ++i) {
+        const int year = 2019 - i;
+        history += uR"(<tr>
+<td class="season"><a href="https://www.eliteprospects.com/team/101/oslo-hawks/%1-%2">%1-%3</a></td>
+<td class="league"><a href="https://www.eliteprospects.com/league/testland-hockey-league/%1-%2">THL</a></td>
+<td class="gp">52</td><td class="w">30</td><td class="t">2</td><td class="l">15</td><td class="otw">3</td><td class="otl">2</td><td class="gf">170</td><td class="ga">130</td><td class="tp">97</td>
+<td class="rank ">2</td>
+<td class="postseason">Lost in Final</td>
+</tr>
+)"_s.arg(QString::number(year), QString::number(year + 1),
+         QString::number((year + 1) % 100).rightJustified(2, u'0'));
+    }
+    QString page = fixtureText(u"ep/team_full.html"_s);
+    replaceTableBody(page, 0, roster);
+    replaceTableBody(page, 1, history);
+    return padPage(page, targetBytes);
 }
 
 double peakResidentMegabytes()

@@ -27,5 +27,11 @@ QString historyPage(qsizetype targetBytes);
 QString fmdListPage(const QStringList &playerUrls, qsizetype targetBytes);
 QString fmdProfilePage(qsizetype targetBytes);
 
+// An Elite Prospects league page in its standings form, with teams numbered from 1.
+QString epLeaguePage(int teams, qsizetype targetBytes);
+// An Elite Prospects team page with its facts, a roster and a history table of the
+// given numbers of rows, and three retired numbers.
+QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes);
+
 // Peak resident memory of this process so far, in megabytes.
 double peakResidentMegabytes();

@@ -63,3 +63,25 @@ double textToFloat(const QString &text)
 {
     return double(text.toFloat());
 }
+
+bool writeCsvFile(const QFileInfo &info, const QString &suffix, const bool &utf,
+                  const QStringList &titles, const CsvRowWriter &writeRows)
+{
+    QFile *file = openCompanionFile(info, suffix);
+    QTextStream stream;
+    openCsvStream(stream, file, utf);
+    const QChar separator = csvSeparator(utf);
+    if (!file->isOpen()) {
+        // The stream lets go of the file before it is deleted.
+        stream.setDevice(nullptr);
+        delete file;
+        return false;
+    }
+    stream << titles.join(separator) << '\n';
+    writeRows(stream, separator);
+    // Detached first, so that what the stream holds reaches the file before it closes.
+    stream.setDevice(nullptr);
+    file->close();
+    delete file;
+    return true;
+}
