@@ -216,6 +216,7 @@ constexpr int epTeamCount = 20;
 constexpr int epRowsPerTeam = 25;
 constexpr int epPlayerCount = epTeamCount * epRowsPerTeam;
 constexpr int epCareerRows = 15;
+constexpr int epHistoryRows = 40;
 constexpr int epPageCount = 1 + epTeamCount + epPlayerCount;
 
 constexpr qsizetype epLeagueBytes = 150 * 1024;
@@ -224,58 +225,16 @@ constexpr qsizetype epPlayerBytes = 250 * 1024;
 
 const QString epLeagueUrl = EP_ROOT_URL + u"/league/bench-liiga"_s;
 
-QString epTeamPath(int team)
+// The league page links each team with the season of its own page.
+QString epTeamUrl(int team)
 {
-    return u"/team/%1/club-%1/2023-2024"_s.arg(team);
+    return EP_ROOT_URL + u"/team/%1/club-%1/2019-2020"_s.arg(team);
 }
 
-QString epPlayerSlug(int player)
+// Roster row i (from 1) of a team whose first player has the site number first.
+QString epPlayerUrl(int first, int i)
 {
-    return u"%1/player-%1"_s.arg(player);
-}
-
-// The body of the first table behind marker, replaced by rows.
-void replaceTableBody(QString &page, const QString &marker, const QString &rows)
-{
-    const qsizetype at = page.indexOf(marker);
-    const qsizetype begin = page.indexOf(u"<tbody>"_s, at);
-    const qsizetype end = page.indexOf(u"</tbody>"_s, begin);
-    if (at < 0 || begin < 0 || end < 0)
-        qFatal("a fixture page lacks its table");
-    page.replace(begin, end - begin, u"<tbody>\n"_s + rows);
-}
-
-QString epLeaguePage()
-{
-    QString rows;
-    for (int team = 1; team <= epTeamCount; ++team) {
-        rows
-            += uR"(<tr><td>%1</td><td class="team"><a href="https://www.eliteprospects.com%2">Club %1</a></td><td>60</td><td>90</td></tr>
-)"_s.arg(QString::number(team), epTeamPath(team));
-    }
-    QString page = fixturePage(u"ep/harvest_league.html"_s);
-    replaceTableBody(page, u"Standings </div>"_s, rows);
-    return padPage(page, epLeagueBytes);
-}
-
-QString epTeamPage(int team)
-{
-    QString rows;
-    for (int i = 0; i < epRowsPerTeam; ++i) {
-        const int player = (team - 1) * epRowsPerTeam + i + 1;
-        rows += uR"(<tr>
-<td class="jersey">%1</td>
-<td class="name"><a href="https://www.eliteprospects.com/player/%2">Player %3 (D)</a></td>
-<td class="date-of-birth">1996-02-29</td>
-<td class="birthplace"><a href="https://www.eliteprospects.com/search/player?birthplace=Turku">Turku, FIN</a></td>
-<td class="height">186</td><td class="weight">89</td><td class="shoots">L</td><td class="contract">25/26</td>
-</tr>
-)"_s.arg(QString::number(i + 1), epPlayerSlug(player), QString::number(player));
-    }
-    QString page = fixturePage(u"ep/harvest_team_karhut.html"_s);
-    page.replace(u"Kiekko Karhut"_s, u"Club %1"_s.arg(team));
-    replaceTableBody(page, u"#roster"_s, rows);
-    return padPage(page, epTeamBytes);
+    return EP_ROOT_URL + u"/player/%1/player-%2"_s.arg(first - 1 + i).arg(i);
 }
 
 // Mean milliseconds to scan one page of this harvest, offline, weighted as above.
@@ -317,17 +276,23 @@ void BM_EpHarvest(benchmark::State &state)
         state.SkipWithError("the fixture web could not listen");
         return;
     }
-    const QString league = epLeaguePage();
+    const QString league = epLeaguePage(epTeamCount, epLeagueBytes);
     web.routeBody(epLeagueUrl + u"/2023-2024?team-history=complete#team-history"_s,
                   league.toUtf8());
-    const QString firstTeam = epTeamPage(1);
-    for (int team = 1; team <= epTeamCount; ++team)
-        web.routeBody(EP_ROOT_URL + epTeamPath(team), epTeamPage(team).toUtf8());
-    // One body for all players, shared: the memory figure is the harvest's own.
+    // Every team has players of its own, so that no roster row is a duplicate.
     const QString playerPage = epPlayerPage(epCareerRows, epPlayerBytes);
     const QByteArray playerBody = playerPage.toUtf8();
-    for (int player = 1; player <= epPlayerCount; ++player)
-        web.routeBody(EP_ROOT_URL + u"/player/"_s + epPlayerSlug(player), playerBody);
+    QString firstTeam;
+    for (int team = 1; team <= epTeamCount; ++team) {
+        const int first = 5001 + (team - 1) * epRowsPerTeam;
+        const QString page = epTeamPage(epRowsPerTeam, epHistoryRows, epTeamBytes, first);
+        if (team == 1)
+            firstTeam = page;
+        web.routeBody(epTeamUrl(team), page.toUtf8());
+        // One body for all players, shared: the memory figure is the harvest's own.
+        for (int i = 1; i <= epRowsPerTeam; ++i)
+            web.routeBody(epPlayerUrl(first, i), playerBody);
+    }
     const double scanMs = epScanMillisecondsPerPage(league, firstTeam, playerPage);
 
     runHarvests(state, web, EliteProspects, epLeagueUrl, epPlayerCount, epPageCount, scanMs, [] {

@@ -35,6 +35,25 @@ QFile *openCompanionFile(const QFileInfo &info, const QString &suffix)
     return file;
 }
 
+QFile *openCsvFile(QTextStream &stream, const QFileInfo &info, const QString &suffix,
+                   const bool &utf)
+{
+    QFile *file = openCompanionFile(info, suffix);
+    openCsvStream(stream, file, utf);
+    if (file->isOpen())
+        return file;
+    stream.setDevice(nullptr);
+    delete file;
+    return nullptr;
+}
+
+void closeCsvFile(QTextStream &stream, QFile *file)
+{
+    stream.setDevice(nullptr);
+    file->close();
+    delete file;
+}
+
 QString boolToYN(const bool &value)
 {
     return value ? u"Y"_s : u"N"_s;
@@ -46,8 +65,7 @@ double textToFloat(const QString &text)
 }
 
 bool writeCsvFile(const QFileInfo &info, const QString &suffix, const bool &utf,
-                  const QStringList &titles,
-                  const std::function<void(QTextStream &stream, const QChar &separator)> &writeRows)
+                  const QStringList &titles, const CsvRowWriter &writeRows)
 {
     QFile *file = openCompanionFile(info, suffix);
     QTextStream stream;

@@ -1,23 +1,29 @@
 #!/usr/bin/env python3
-"""Reads export files back with Python's csv module and checks their shape.
-
-Transfer Markt: the main file has 41 titles and 40 cells a player plus one for
-each secondary position; the history file has 7 titles and 7 cells a row, each
-row closed by a separator, which a spreadsheet reads as an eighth, empty cell.
-
-Elite Prospects, five files: clubs with 5 cells a row; club histories with 15,
-the last ("Actual Name") always empty; retired numbers with 4; players with 21
-titles and then one line of the record base class a record; player histories
-with 27, of which the seven from "Mins" on are empty.
+"""Reads Transfer Markt and FMDataba export files back with Python's csv module
+and checks their shape. Transfer Markt: the main file has 41 titles and 40 cells
+a player plus one for each secondary position; the history file has 7 titles and
+7 cells a row, each row closed by a separator, which a spreadsheet reads as an
+eighth, empty cell. FMDataba: 84 titles and 84 cells a player, every row closed
+by a separator; a player's rating table with a further key has one cell more,
+and in a comma-separated file each comma of the unquoted position text opens a
+further cell.
 
 Usage: check_csv.py FOLDER [FOLDER...]
-Every *.csv file of a folder is checked. The name tells the layout: one with
-"club_histories", "retired_numbers", "clubs", "histories" or "players" in it is
-taken for that Elite Prospects file, in this order; else one with "history" for
-a Transfer Markt history file, any other for a Transfer Markt main file. The
-byte-for-byte tests of the suite hold the program's output equal to the files
-kept under tests/fixtures/tfm/expected and tests/fixtures/ep/expected, which are
-the folders CTest passes here.
+Every *.csv file of a folder is checked; a name with "history" in it is taken
+for a history file, any other for a main file. The byte-for-byte tests of the
+suite hold the program's output equal to the files kept under
+tests/fixtures/tfm/expected and tests/fixtures/fmd/expected, the folders CTest
+passes here. A file whose title row is the FMDataba one is checked as such.
+
+Elite Prospects, five files, told by their names: one with "club_histories",
+"retired_numbers", "clubs", "histories" or "players" in it is taken for that
+file, in this order, before the rules above (CTest passes
+tests/fixtures/ep/expected too). Clubs have 5 cells a row; club histories 15,
+the last ("Actual Name") always empty; retired numbers 4; the player file has
+21 titles and then one line of the record base class a record; player histories
+have 27 cells, of which the seven from "Mins" on are empty. In a comma-separated
+file the free text of "Colours", "Post Season Outcome" and "Playoff Type" is
+written as it stands, so each comma in it opens a further cell.
 """
 
 import csv
@@ -36,6 +42,32 @@ HISTORY_TITLES = ["Name", "DOB", "Club", "Year", "Apps", "Goals", "Loan"]
 
 # Secondary positions of the players in the fixture files, by id.
 SECONDARY_POSITIONS = {"12345": 3, "4711": 0, "777": 1, "": 0}
+
+FMD_TITLES = [
+    "Id", "NameInUrl", "First name", "Second name", "Common name", "Complete name", "DOB",
+    "Nation 1", "Contract end", "Value", "Club", "GK", "SW", "D", "DM", "M", "AM", "WB", "FR",
+    "Right", "Left", "Centre", "Right Foot", "Left Foot", "qint32 apps", "qint32 goals", "CA",
+    "PA", "Attacking", "Defending", "Goalkeeping", "Mental", "Overall", "Physical", "Technical",
+    "Acceleration", "Aerial Reach", "Aggression", "Agility", "Anticipation", "Balance",
+    "Bravery", "Command Of Area", "Communication", "Composure", "Concentration", "Corners",
+    "Crossing", "Decisions", "Determination", "Dribbling", "Eccentricity", "Finishing",
+    "First Touch", "Flair", "Free Kick", "Handling", "Heading", "Jumping Reach", "Kicking",
+    "Leadership", "Long Shots", "Long Throws", "Marking", "Natural Fitness", "Off The Ball",
+    "One On Ones", "Pace", "Passing", "Penalty Taking", "Positioning", "Reflexes",
+    "Rushing Out", "Stamina", "Strength", "Tackling", "Teamwork", "Technique",
+    "Tendency To Punch", "Throwing", "Vision", "Work Rate", "Height (m)", "Positions",
+]
+
+# Position text and further rating keys of the FMDataba players in the fixture
+# files, by id.
+FMD_PLAYERS = {
+    "1001": ("AM (RLC), ST (C)", 0),
+    "1002": ("GK, DM (C)", 0),
+    "1003": ("D (L)", 0),
+    "1004": ("WB/M (R)", 1),
+    "1005": ("DM, M (C)", 0),
+    "1006": ("SW, D (C)", 0),
+}
 
 EP_CLUB_TITLES = ["Name", "Full Name", "City", "Founded", "Colours"]
 EP_CLUB_HISTORY_TITLES = [
@@ -56,22 +88,21 @@ EP_PLAYER_HISTORY_TITLES = [
 # The player file holds no player data: every record writes the base class's line.
 EP_PLAYER_LINES = [["DataWrapper base class called (ASCII)"], ["DataWrapper base class called (UTF)"]]
 
+EP_FIRST_TITLES = {
+    "club_histories": "Team", "retired_numbers": "Team", "clubs": "Name",
+    "histories": "First Name", "players": "Duplicate?",
+}
+
 BOM = "\ufeff"
 
 
-def layout(name):
-    """The layout a file name stands for."""
+def ep_layout(name):
+    """The Elite Prospects file a name stands for, or None."""
     name = name.lower()
     for word in ("club_histories", "retired_numbers", "clubs", "histories", "players"):
         if word in name:
             return word
-    return "history" if "history" in name else "main"
-
-
-FIRST_TITLES = {
-    "club_histories": "Team", "retired_numbers": "Team", "clubs": "Name",
-    "histories": "First Name", "players": "Duplicate?", "history": "Name", "main": "Id",
-}
+    return None
 
 
 def read_rows(path):
@@ -80,7 +111,8 @@ def read_rows(path):
     if not text.startswith(BOM):
         raise ValueError("no byte-order mark")
     text = text[len(BOM):]
-    first_title = FIRST_TITLES[layout(path.name)]
+    first_title = EP_FIRST_TITLES.get(ep_layout(path.name),
+                                      "Name" if "history" in path.name.lower() else "Id")
     if not text.startswith(first_title) or len(text) <= len(first_title):
         raise ValueError("the title row does not begin with %r" % first_title)
     separator = text[len(first_title)]
@@ -113,6 +145,29 @@ def check_main(rows):
     return problems
 
 
+def check_fmd(rows, separator):
+    problems = []
+    if rows[0] != FMD_TITLES + [""]:
+        problems.append("title row: %d cells %r" % (len(rows[0]), rows[0]))
+    for number, row in enumerate(rows[1:], start=2):
+        if not row or row[0] not in FMD_PLAYERS:
+            problems.append("row %d: unknown id %r" % (number, row[0] if row else None))
+            continue
+        positions, further_keys = FMD_PLAYERS[row[0]]
+        split = positions.count(",") if separator == "," else 0
+        expected = len(FMD_TITLES) + 1 + further_keys + split
+        if len(row) != expected:
+            problems.append("row %d: %d cells, expected %d" % (number, len(row), expected))
+            continue
+        if row[-1] != "":
+            problems.append("row %d: no closing separator" % number)
+        if ",".join(row[-2 - split:-1]) != positions:
+            problems.append("row %d: position cells %r" % (number, row[-2 - split:-1]))
+        if any(cell not in ("1", "20") for cell in row[11:24]):
+            problems.append("row %d: a position or foot rating other than 1 or 20" % number)
+    return problems
+
+
 def check_history(rows):
     problems = []
     if rows[0] != HISTORY_TITLES + [""]:
@@ -126,26 +181,57 @@ def check_history(rows):
     return problems
 
 
-def check_cells(rows, titles):
-    """Title row and cells per row of an Elite Prospects file without a special rule."""
+def joined_free_text(row, titles, separator, free_column):
+    """The row with the cells that commas split off a free-text column joined again."""
+    extra = len(row) - len(titles)
+    if separator != "," or extra <= 0:
+        return row
+    return row[:free_column] + [",".join(row[free_column:free_column + extra + 1])] \
+        + row[free_column + extra + 1:]
+
+
+def check_cells(rows, titles, separator, free_column=None):
+    """Title row and cells per row of an Elite Prospects file; the rows, rejoined."""
     problems = []
     if rows[0] != titles:
         problems.append("title row: %d cells %r" % (len(rows[0]), rows[0]))
+    joined = [rows[0]]
     for number, row in enumerate(rows[1:], start=2):
+        if free_column is not None:
+            row = joined_free_text(row, titles, separator, free_column)
         if len(row) != len(titles):
             problems.append("row %d: %d cells, expected %d" % (number, len(row), len(titles)))
-    return problems
+        joined.append(row)
+    return problems, joined
 
 
-def check_club_histories(rows):
-    problems = check_cells(rows, EP_CLUB_HISTORY_TITLES)
+def check_ep_clubs(rows, separator):
+    problems, rows = check_cells(rows, EP_CLUB_TITLES, separator, 4)
     for number, row in enumerate(rows[1:], start=2):
-        if len(row) == len(EP_CLUB_HISTORY_TITLES) and row[14] != "":
-            problems.append("row %d: Actual Name holds %r" % (number, row[14]))
+        if len(row) == len(EP_CLUB_TITLES) and not row[3].lstrip("-").isdigit():
+            problems.append("row %d: Founded %r is no number" % (number, row[3]))
     return problems
 
 
-def check_players(rows):
+def check_ep_club_histories(rows, separator):
+    problems, rows = check_cells(rows, EP_CLUB_HISTORY_TITLES, separator, 13)
+    for number, row in enumerate(rows[1:], start=2):
+        if len(row) != len(EP_CLUB_HISTORY_TITLES):
+            continue
+        if row[14] != "":
+            problems.append("row %d: Actual Name holds %r" % (number, row[14]))
+        if row[8] != row[9]:
+            problems.append("row %d: the two OTW cells differ" % number)
+        if not all(cell.lstrip("-").isdigit() for cell in row[2:13]):
+            problems.append("row %d: a figure from Season to Points is no number" % number)
+    return problems
+
+
+def check_ep_retired_numbers(rows, separator):
+    return check_cells(rows, EP_RETIRED_NUMBER_TITLES, separator)[0]
+
+
+def check_ep_players(rows, separator):
     problems = []
     if rows[0] != EP_PLAYER_TITLES:
         problems.append("title row: %d cells %r" % (len(rows[0]), rows[0]))
@@ -155,8 +241,8 @@ def check_players(rows):
     return problems
 
 
-def check_player_histories(rows):
-    problems = check_cells(rows, EP_PLAYER_HISTORY_TITLES)
+def check_ep_player_histories(rows, separator):
+    problems, rows = check_cells(rows, EP_PLAYER_HISTORY_TITLES, separator, 22)
     for number, row in enumerate(rows[1:], start=2):
         if len(row) != len(EP_PLAYER_HISTORY_TITLES):
             continue
@@ -172,14 +258,12 @@ def check_player_histories(rows):
     return problems
 
 
-CHECKS = {
-    "club_histories": check_club_histories,
-    "retired_numbers": lambda rows: check_cells(rows, EP_RETIRED_NUMBER_TITLES),
-    "clubs": lambda rows: check_cells(rows, EP_CLUB_TITLES),
-    "histories": check_player_histories,
-    "players": check_players,
-    "history": check_history,
-    "main": check_main,
+EP_CHECKS = {
+    "club_histories": check_ep_club_histories,
+    "retired_numbers": check_ep_retired_numbers,
+    "clubs": check_ep_clubs,
+    "histories": check_ep_player_histories,
+    "players": check_ep_players,
 }
 
 
@@ -196,7 +280,15 @@ def main(folders):
             checked += 1
             try:
                 separator, rows = read_rows(path)
-                problems = CHECKS[layout(path.name)](rows)
+                history = "history" in path.name.lower()
+                if ep_layout(path.name):
+                    problems = EP_CHECKS[ep_layout(path.name)](rows, separator)
+                elif history:
+                    problems = check_history(rows)
+                elif rows[0][:9] == FMD_TITLES[:9]:
+                    problems = check_fmd(rows, separator)
+                else:
+                    problems = check_main(rows)
                 if len(rows) < 2:
                     problems.append("no row behind the titles")
             except ValueError as error:
