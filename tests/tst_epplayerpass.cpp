@@ -130,7 +130,6 @@ private slots:
 
 private:
     QStringList logLines() const;
-    QStringList requestedUrls() const;
 
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
@@ -186,14 +185,6 @@ void TestEpPlayerPass::cleanupTestCase()
 QStringList TestEpPlayerPass::logLines() const
 {
     return log->toPlainText().split(u'\n');
-}
-
-QStringList TestEpPlayerPass::requestedUrls() const
-{
-    QStringList urls;
-    for (const FixtureWeb::Request &request : web.requests())
-        urls.append(request.url);
-    return urls;
 }
 
 void TestEpPlayerPass::readSide_data()
@@ -312,7 +303,7 @@ void TestEpPlayerPass::twoRosters()
     QCOMPARE(logLines(), twoRostersLog);
     // No page for either row of the player on two rosters, whatever the letter case.
     QCOMPARE(
-        requestedUrls(),
+        web.requestedUrls(),
         QStringList({playerUrl(skaterSlug), playerUrl(missingSlug), playerUrl(goalkeeperSlug)}));
     QCOMPARE(summaries(players), twoRostersRecords);
     // The failed page paused once, and no page has a delay of its own.
@@ -420,7 +411,7 @@ void TestEpPlayerPass::recordsClearedAndListGrowsDuringWait()
     QVERIFY(done);
     // The records were gone: nothing was scanned or logged for them, and no
     // further page was asked for.
-    QCOMPARE(requestedUrls(), QStringList({playerUrl(skaterSlug)}));
+    QCOMPARE(web.requestedUrls(), QStringList({playerUrl(skaterSlug)}));
     QCOMPARE(logLines(), QStringList({QString(), u"Downloading 3 player(s)"_s}));
     QVERIFY(players.isEmpty());
     // The rows added meanwhile go with the rest.
