@@ -3,6 +3,7 @@
 #include "core/csvexport.h"
 #include "core/scan.h"
 #include "core/values.h"
+#include "ep/teamrows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -75,6 +76,35 @@ qint16 ageClassOf(const QString &competition)
 int digit(bool flag)
 {
     return flag ? 1 : 0;
+}
+
+// One arg() a value, in a row: plus/minus before the minutes, unlike the file.
+QString sampleLine(const EP_PlayerHistory &row)
+{
+    return u"%1 %2 %3 %4 %5 %6 %7 %8 (%9 %10) : %11 %12 %13 %14 %15 %16 (%17 %18) : "
+           u"%19 %20 %21 %22 %23"_s.arg(row.year)
+               .arg(row.club)
+               .arg(row.competition)
+               .arg(row.regularGp)
+               .arg(row.regularGoals)
+               .arg(row.regularAssists)
+               .arg(row.regularPlusMinus)
+               .arg(row.regularPim)
+               .arg(row.regularGaa, 0, 'g')
+               .arg(row.regularSvp, 0, 'g')
+               .arg(row.playoffType)
+               .arg(row.playoffGp)
+               .arg(row.playoffGoals)
+               .arg(row.playoffAssists)
+               .arg(row.playoffPlusMinus)
+               .arg(row.playoffPim)
+               .arg(row.playoffGaa, 0, 'g')
+               .arg(row.playoffSvp, 0, 'g')
+               .arg(row.ageType)
+               .arg(digit(row.isInternational))
+               .arg(digit(row.isCaptain))
+               .arg(digit(row.isAlternate))
+               .arg(digit(row.onLoan));
 }
 
 } // namespace
@@ -227,34 +257,5 @@ bool scanPlayerHistory(const QString *firstName, const QString *secondName,
 
 QString playerHistorySample(const QList<EP_PlayerHistory> &rows, const int &index)
 {
-    if (rows.isEmpty())
-        return u"n/a"_s;
-    if (index < 0 || index >= rows.size())
-        return u"History row #%1 does not exist"_s.arg(index);
-    const EP_PlayerHistory &row = rows.at(index);
-    // One arg() a value, in a row: plus/minus before the minutes, unlike the file.
-    return u"%1 %2 %3 %4 %5 %6 %7 %8 (%9 %10) : %11 %12 %13 %14 %15 %16 (%17 %18) : "
-           u"%19 %20 %21 %22 %23"_s.arg(row.year)
-               .arg(row.club)
-               .arg(row.competition)
-               .arg(row.regularGp)
-               .arg(row.regularGoals)
-               .arg(row.regularAssists)
-               .arg(row.regularPlusMinus)
-               .arg(row.regularPim)
-               .arg(row.regularGaa, 0, 'g')
-               .arg(row.regularSvp, 0, 'g')
-               .arg(row.playoffType)
-               .arg(row.playoffGp)
-               .arg(row.playoffGoals)
-               .arg(row.playoffAssists)
-               .arg(row.playoffPlusMinus)
-               .arg(row.playoffPim)
-               .arg(row.playoffGaa, 0, 'g')
-               .arg(row.playoffSvp, 0, 'g')
-               .arg(row.ageType)
-               .arg(digit(row.isInternational))
-               .arg(digit(row.isCaptain))
-               .arg(digit(row.isAlternate))
-               .arg(digit(row.onLoan));
+    return teamRowSample(rows, index, u"History row #%1 does not exist"_s, sampleLine);
 }
