@@ -15,7 +15,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QFile>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -32,14 +31,6 @@ namespace {
 QString site(const QString &path)
 {
     return EP_ROOT_URL + path;
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<unreadable>");
-    return file.readAll();
 }
 
 // The five files beside the chosen name, in the order they are written.
@@ -200,7 +191,7 @@ void TestEpHarvest::harvest()
     QCOMPARE(QDir(outDir.path()).entryList(QDir::Files, QDir::Name), sortedNames);
 
     for (const QString &suffix : suffixes) {
-        const QByteArray written = readFile(outDir.filePath(u"harvest_"_s + suffix + u".csv"_s));
+        const QByteArray written = fileBytes(outDir.filePath(u"harvest_"_s + suffix + u".csv"_s));
         const QByteArray expected
             = fixtureBytes(u"ep/expected/harvest_full_"_s + suffix + u'_' + mode + u".csv"_s);
         QVERIFY2(!expected.isEmpty(), qPrintable(suffix));
@@ -216,7 +207,7 @@ void TestEpHarvest::saveWithoutRecords()
     data.website = EliteProspects;
     QVERIFY(data.saveRecords(outDir.filePath(u"empty.csv"_s), false));
     for (const QString &suffix : suffixes) {
-        const QByteArray written = readFile(outDir.filePath(u"empty_"_s + suffix + u".csv"_s));
+        const QByteArray written = fileBytes(outDir.filePath(u"empty_"_s + suffix + u".csv"_s));
         QVERIFY2(written.startsWith("\xef\xbb\xbf"), qPrintable(suffix));
         QCOMPARE(written.count('\n'), 1);
         QVERIFY(written.endsWith('\n'));

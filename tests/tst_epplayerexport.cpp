@@ -2,7 +2,6 @@
 #include "tests/support/testsupport.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <QTemporaryDir>
@@ -58,14 +57,6 @@ struct Records
     Records(const Records &) = delete;
     Records &operator=(const Records &) = delete;
 };
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<unreadable>");
-    return file.readAll();
-}
 
 QStringList filesIn(const QString &folder)
 {
@@ -173,8 +164,8 @@ void TestEpPlayerExport::savePlayers()
     // The chosen name itself is not written.
     QCOMPARE(filesIn(dir.path()),
              QStringList({u"harvest_player_histories.csv"_s, u"harvest_players.csv"_s}));
-    const QByteArray players = readFile(dir.filePath(u"harvest_players.csv"_s));
-    const QByteArray histories = readFile(dir.filePath(u"harvest_player_histories.csv"_s));
+    const QByteArray players = fileBytes(dir.filePath(u"harvest_players.csv"_s));
+    const QByteArray histories = fileBytes(dir.filePath(u"harvest_player_histories.csv"_s));
     const QByteArray expectedPlayers
         = fixtureBytes(u"ep/expected/player_export_players_%1.csv"_s.arg(mode));
     const QByteArray expectedHistories
@@ -191,8 +182,8 @@ void TestEpPlayerExport::noRecords()
     QTemporaryDir dir;
     QList<DataWrapper *> none;
     QVERIFY(EP_Player::savePlayers(QFileInfo(dir.filePath(u"empty.csv"_s)), none, true));
-    const QByteArray players = readFile(dir.filePath(u"empty_players.csv"_s));
-    const QByteArray histories = readFile(dir.filePath(u"empty_player_histories.csv"_s));
+    const QByteArray players = fileBytes(dir.filePath(u"empty_players.csv"_s));
+    const QByteArray histories = fileBytes(dir.filePath(u"empty_player_histories.csv"_s));
     QCOMPARE(players,
              "\xef\xbb\xbf"
              "Duplicate?\tFirst Name\tSecond Name\tDOB\tNation 1\tNation 2\tBirth Place\tTeam\t"
@@ -233,7 +224,8 @@ void TestEpPlayerExport::namesAreReadWhenTheFileIsWritten()
     goalkeeper->firstName = u"Heikki"_s;
     goalkeeper->dateOfBirth = QDate();
     EP_Player::savePlayers(QFileInfo(dir.filePath(u"x.csv"_s)), records.list, true);
-    const QList<QByteArray> lines = readFile(dir.filePath(u"x_player_histories.csv"_s)).split('\n');
+    const QList<QByteArray> lines
+        = fileBytes(dir.filePath(u"x_player_histories.csv"_s)).split('\n');
     QCOMPARE(lines.size(), 15);
     QVERIFY(lines.at(10).startsWith("Heikki\tVesterinen\t1.2.1900\tN\tN\t2019\tTPS\t"));
     QVERIFY(lines.at(12).startsWith("Heikki\tVesterinen\t1.2.1900\tN\tY\t2020\tTPS U20\t"));
