@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Reads Transfer Markt and FMDataba export files back with Python's csv module
-and checks their shape. Transfer Markt: the main file has 41 titles and 40 cells
-a player plus one for each secondary position; the history file has 7 titles and
-7 cells a row, each row closed by a separator, which a spreadsheet reads as an
-eighth, empty cell. FMDataba: 84 titles and 84 cells a player, every row closed
+"""Reads Transfer Markt, FMDataba and Elite Prospects export files back with
+Python's csv module and checks their shape. Transfer Markt: the main file has 41
+titles and 40 cells a player plus one for each secondary position; the history
+file has 7 titles and 7 cells a row, each row closed by a separator, which a
+spreadsheet reads as an eighth, empty cell. FMDataba: 84 titles and 84 cells a player, every row closed
 by a separator; a player's rating table with a further key has one cell more,
 and in a comma-separated file each comma of the unquoted position text opens a
 further cell.
@@ -15,15 +15,14 @@ suite hold the program's output equal to the files kept under
 tests/fixtures/tfm/expected and tests/fixtures/fmd/expected, the folders CTest
 passes here. A file whose title row is the FMDataba one is checked as such.
 
-Elite Prospects, five files, told by their names: one with "club_histories",
-"retired_numbers", "clubs", "histories" or "players" in it is taken for that
-file, in this order, before the rules above (CTest passes
-tests/fixtures/ep/expected too). Clubs have 5 cells a row; club histories 15,
-the last ("Actual Name") always empty; retired numbers 4; the player file has
-21 titles and then one line of the record base class a record; player histories
-have 27 cells, of which the seven from "Mins" on are empty. In a comma-separated
-file the free text of "Colours", "Post Season Outcome" and "Playoff Type" is
-written as it stands, so each comma in it opens a further cell.
+Elite Prospects, five files, told by the first two titles of their title rows
+before the rules above (CTest passes tests/fixtures/ep/expected too). Clubs
+have 5 cells a row; club histories 15, the last ("Actual Name") always empty;
+retired numbers 4; the player file has 21 titles and then one line of the
+record base class a record; player histories have 27 cells, of which the seven
+from "Mins" on are empty. In a comma-separated file the free text of "Colours",
+"Post Season Outcome" and "Playoff Type" is written as it stands, so each comma
+in it opens a further cell.
 """
 
 import csv
@@ -88,20 +87,20 @@ EP_PLAYER_HISTORY_TITLES = [
 # The player file holds no player data: every record writes the base class's line.
 EP_PLAYER_LINES = [["DataWrapper base class called (ASCII)"], ["DataWrapper base class called (UTF)"]]
 
-EP_FIRST_TITLES = {
-    "club_histories": "Team", "retired_numbers": "Team", "clubs": "Name",
-    "histories": "First Name", "players": "Duplicate?",
-}
+# The first cells of each site's title rows, longest first where one begins another.
+FIRST_TITLES = ("Duplicate?", "First Name", "Name", "Team", "Id")
 
 BOM = "\ufeff"
 
 
-def ep_layout(name):
-    """The Elite Prospects file a name stands for, or None."""
-    name = name.lower()
-    for word in ("club_histories", "retired_numbers", "clubs", "histories", "players"):
-        if word in name:
-            return word
+def ep_layout(titles):
+    """The Elite Prospects file a title row stands for, or None."""
+    for layout, known in (("clubs", EP_CLUB_TITLES), ("club_histories", EP_CLUB_HISTORY_TITLES),
+                          ("retired_numbers", EP_RETIRED_NUMBER_TITLES),
+                          ("players", EP_PLAYER_TITLES),
+                          ("histories", EP_PLAYER_HISTORY_TITLES)):
+        if titles[:2] == known[:2]:
+            return layout
     return None
 
 
@@ -111,10 +110,9 @@ def read_rows(path):
     if not text.startswith(BOM):
         raise ValueError("no byte-order mark")
     text = text[len(BOM):]
-    first_title = EP_FIRST_TITLES.get(ep_layout(path.name),
-                                      "Name" if "history" in path.name.lower() else "Id")
-    if not text.startswith(first_title) or len(text) <= len(first_title):
-        raise ValueError("the title row does not begin with %r" % first_title)
+    first_title = next((title for title in FIRST_TITLES if text.startswith(title)), None)
+    if first_title is None or len(text) <= len(first_title):
+        raise ValueError("the title row begins with none of %r" % (FIRST_TITLES,))
     separator = text[len(first_title)]
     if separator not in ",;\t":
         raise ValueError("unexpected separator %r" % separator)
@@ -281,8 +279,8 @@ def main(folders):
             try:
                 separator, rows = read_rows(path)
                 history = "history" in path.name.lower()
-                if ep_layout(path.name):
-                    problems = EP_CHECKS[ep_layout(path.name)](rows, separator)
+                if ep_layout(rows[0]):
+                    problems = EP_CHECKS[ep_layout(rows[0])](rows, separator)
                 elif history:
                     problems = check_history(rows)
                 elif rows[0][:9] == FMD_TITLES[:9]:
