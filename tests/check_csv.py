@@ -3,10 +3,10 @@
 Python's csv module and checks their shape. Transfer Markt: the main file has 41
 titles and 40 cells a player plus one for each secondary position; the history
 file has 7 titles and 7 cells a row, each row closed by a separator, which a
-spreadsheet reads as an eighth, empty cell. FMDataba: 84 titles and 84 cells a player, every row closed
-by a separator; a player's rating table with a further key has one cell more,
-and in a comma-separated file each comma of the unquoted position text opens a
-further cell.
+spreadsheet reads as an eighth, empty cell. FMDataba: 84 titles and 84 cells a
+player, every row closed by a separator; a player's rating table with a further
+key has one cell more, and in a comma-separated file each comma of the unquoted
+position text opens a further cell.
 
 Usage: check_csv.py FOLDER [FOLDER...]
 Every *.csv file of a folder is checked; a name with "history" in it is taken
