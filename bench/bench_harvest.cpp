@@ -1,11 +1,15 @@
-// A whole Transfer Markt harvest of one league, 20 clubs and 500 players with
-// their history pages, fetched one page at a time from the fixture web on
-// loopback, with the fetcher's pacing waits cut to nothing.
+// Whole harvests fetched one page at a time from the fixture web on loopback,
+// with the fetcher's pacing waits cut to nothing: Transfer Markt, one league, 20
+// clubs and 500 players with their history pages; Elite Prospects, one league,
+// 20 teams and 500 roster rows with their player pages.
 #include "bench/benchpages.h"
 #include "core/constants.h"
 #include "core/datainterface.h"
 #include "core/playerpagelist.h"
 #include "core/sharedstate.h"
+#include "ep/epleague.h"
+#include "ep/epplayer.h"
+#include "ep/epteam.h"
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
 #include "tfm/tfmhistory.h"
@@ -18,6 +22,8 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -135,6 +141,53 @@ double scanMillisecondsPerPage(const Site &site)
     return total / pageCount / 1e6;
 }
 
+// The timed rounds of a harvest through the planner, with the log box and the
+// status panel attached. The passes' lists outlive a run, so every round starts
+// by emptying them with resetLists; a round that does not fetch every page and
+// make every player record fails the benchmark.
+void runHarvests(benchmark::State &state, FixtureWeb &web, Website website,
+                 const QString &leagueUrl, int players, int pages, double scanMs,
+                 const std::function<void()> &resetLists)
+{
+    FastWaits fast(0);
+    QPlainTextEdit log;
+    StatusDisplay panel;
+    setLogOutput(&log);
+    setStatusDisplay(&panel);
+
+    DataInterface data;
+    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
+                     &StatusDisplay::incrementPageCountTotal);
+    data.setSeason(2023);
+
+    for (auto _ : state) {
+        state.PauseTiming();
+        resetLists();
+        web.clearRequests();
+        log.clear();
+        panel.start();
+        QStringList urls{leagueUrl};
+        state.ResumeTiming();
+
+        data.startDownload(website, urls, true);
+
+        state.PauseTiming();
+        panel.stop();
+        if (data.players.size() != players || web.requests().size() != pages)
+            state.SkipWithError("the harvest did not fetch every page");
+        state.ResumeTiming();
+    }
+
+    setLogOutput(nullptr);
+    setStatusDisplay(nullptr);
+
+    state.counters["pages"] = pages;
+    state.counters["pages/s"]
+        = benchmark::Counter(double(state.iterations()) * pages, benchmark::Counter::kIsRate);
+    state.counters["scan_ms/page"] = scanMs;
+    state.counters["peak_rss_MB"] = peakResidentMegabytes();
+}
+
 void BM_Harvest(benchmark::State &state)
 {
     FixtureWeb web;
@@ -146,50 +199,108 @@ void BM_Harvest(benchmark::State &state)
     routeSite(web, site);
     const double scanMs = scanMillisecondsPerPage(site);
 
-    FastWaits fast(0);
-    QPlainTextEdit log;
-    StatusDisplay panel;
-    setLogOutput(&log);
-    setStatusDisplay(&panel);
+    // Player data and history: two pages a player.
     setIncludePlayerData(true);
     setIncludePlayerHistory(true);
     setIncludeOlympicStats(false);
-
-    DataInterface data;
-    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
-                     &StatusDisplay::incrementPageCountTotal);
-    data.setSeason(2023);
-
-    for (auto _ : state) {
-        state.PauseTiming();
-        // The passes' lists outlive a run; every round starts from empty ones.
+    runHarvests(state, web, TransferMarkt, leagueUrl, playerCount, pageCount, scanMs, [] {
         TFM_League::teamUrls().clear();
         TFM_Team::playerUrls() = PlayerPageList();
-        web.clearRequests();
-        log.clear();
-        panel.start();
-        QStringList urls{leagueUrl};
-        state.ResumeTiming();
-
-        data.startDownload(TransferMarkt, urls, true);
-
-        state.PauseTiming();
-        panel.stop();
-        if (data.players.size() != playerCount || web.requests().size() != pageCount)
-            state.SkipWithError("the harvest did not fetch every page");
-        state.ResumeTiming();
-    }
-
-    setLogOutput(nullptr);
-    setStatusDisplay(nullptr);
-
-    state.counters["pages"] = pageCount;
-    state.counters["pages/s"]
-        = benchmark::Counter(double(state.iterations()) * pageCount, benchmark::Counter::kIsRate);
-    state.counters["scan_ms/page"] = scanMs;
-    state.counters["peak_rss_MB"] = peakResidentMegabytes();
+    });
 }
 BENCHMARK(BM_Harvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
+
+// An Elite Prospects harvest of one league, 20 teams and 500 roster rows, each
+// row a player of his own with a 15-season career.
+constexpr int epTeamCount = 20;
+constexpr int epRowsPerTeam = 25;
+constexpr int epPlayerCount = epTeamCount * epRowsPerTeam;
+constexpr int epCareerRows = 15;
+constexpr int epHistoryRows = 40;
+constexpr int epPageCount = 1 + epTeamCount + epPlayerCount;
+
+constexpr qsizetype epLeagueBytes = 150 * 1024;
+constexpr qsizetype epTeamBytes = 300 * 1024;
+constexpr qsizetype epPlayerBytes = 250 * 1024;
+
+const QString epLeagueUrl = EP_ROOT_URL + u"/league/bench-liiga"_s;
+
+// The league page links each team with the season of its own page.
+QString epTeamUrl(int team)
+{
+    return EP_ROOT_URL + u"/team/%1/club-%1/2019-2020"_s.arg(team);
+}
+
+// Roster row i (from 1) of a team whose first player has the site number first.
+QString epPlayerUrl(int first, int i)
+{
+    return EP_ROOT_URL + u"/player/%1/player-%2"_s.arg(first - 1 + i).arg(i);
+}
+
+// Mean milliseconds to scan one page of this harvest, offline, weighted as above.
+double epScanMillisecondsPerPage(const QString &league, const QString &team, const QString &player)
+{
+    constexpr int rounds = 20;
+    QElapsedTimer timer;
+    const auto timed = [&timer](const auto &scan) {
+        timer.start();
+        for (int i = 0; i < rounds; ++i)
+            scan();
+        return double(timer.nsecsElapsed()) / rounds;
+    };
+    const double leagueNs = timed([&league] {
+        QString text = league;
+        EP_League record;
+        record.parsePage(text);
+    });
+    EP_League::teamUrls().clear();
+    const double teamNs = timed([&team] {
+        QString text = team;
+        EP_Team record;
+        record.parsePage(text);
+    });
+    EP_Team::playerUrls() = PlayerPageList();
+    const double playerNs = timed([&player] {
+        QString text = player;
+        EP_Player record;
+        record.parsePage(text);
+    });
+    const double total = leagueNs + epTeamCount * teamNs + epPlayerCount * playerNs;
+    return total / epPageCount / 1e6;
+}
+
+void BM_EpHarvest(benchmark::State &state)
+{
+    FixtureWeb web;
+    if (!web.start()) {
+        state.SkipWithError("the fixture web could not listen");
+        return;
+    }
+    const QString league = epLeaguePage(epTeamCount, epLeagueBytes);
+    web.routeBody(epLeagueUrl + u"/2023-2024?team-history=complete#team-history"_s,
+                  league.toUtf8());
+    // Every team has players of its own, so that no roster row is a duplicate.
+    const QString playerPage = epPlayerPage(epCareerRows, epPlayerBytes);
+    const QByteArray playerBody = playerPage.toUtf8();
+    QString firstTeam;
+    for (int team = 1; team <= epTeamCount; ++team) {
+        const int first = 5001 + (team - 1) * epRowsPerTeam;
+        const QString page = epTeamPage(epRowsPerTeam, epHistoryRows, epTeamBytes, first);
+        if (team == 1)
+            firstTeam = page;
+        web.routeBody(epTeamUrl(team), page.toUtf8());
+        // One body for all players, shared: the memory figure is the harvest's own.
+        for (int i = 1; i <= epRowsPerTeam; ++i)
+            web.routeBody(epPlayerUrl(first, i), playerBody);
+    }
+    const double scanMs = epScanMillisecondsPerPage(league, firstTeam, playerPage);
+
+    runHarvests(state, web, EliteProspects, epLeagueUrl, epPlayerCount, epPageCount, scanMs, [] {
+        EP_League::teamUrls().clear();
+        EP_Team::playerUrls() = PlayerPageList();
+    });
+}
+BENCHMARK(BM_EpHarvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
 
 } // namespace
 

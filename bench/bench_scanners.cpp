@@ -3,6 +3,7 @@
 #include "bench/benchpages.h"
 #include "core/playerpagelist.h"
 #include "ep/epleague.h"
+#include "ep/epplayer.h"
 #include "ep/epteam.h"
 #include "fmd/fmdleague.h"
 #include "fmd/fmdplayer.h"
@@ -27,6 +28,8 @@ constexpr qsizetype fmdListBytes = 120 * 1024;
 constexpr qsizetype fmdProfileBytes = 150 * 1024;
 constexpr qsizetype epLeagueBytes = 150 * 1024;
 constexpr qsizetype epTeamBytes = 300 * 1024;
+constexpr qsizetype epPlayerBytes = 250 * 1024;
+constexpr int epCareerRows = 15;
 
 QStringList numberedPaths(const QString &format, int count)
 {
@@ -193,6 +196,23 @@ void BM_EpTeamPage(benchmark::State &state)
     reportPage(state, page);
 }
 BENCHMARK(BM_EpTeamPage);
+
+void BM_EpPlayerPage(benchmark::State &state)
+{
+    const QString page = epPlayerPage(epCareerRows, epPlayerBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        QString text = page;
+        state.ResumeTiming();
+        EP_Player player;
+        player.parsePage(text);
+        benchmark::DoNotOptimize(player.histories.size());
+        if (player.histories.size() != epCareerRows || player.capHit != 1250000)
+            state.SkipWithError("the player page was not read whole");
+    }
+    reportPage(state, page);
+}
+BENCHMARK(BM_EpPlayerPage);
 
 } // namespace
 

@@ -144,7 +144,7 @@ QString epLeaguePage(int teams, qsizetype targetBytes)
     return padPage(page, targetBytes);
 }
 
-QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes)
+QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes, int firstPlayer)
 {
     QString roster;
     for (int i = 1; i <= rosterRows; ++i) {
@@ -158,7 +158,7 @@ QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes)
 <td class="shoots">L</td>
 <td class="contract">21/22</td>
 </tr>
-)"_s.arg(QString::number(i), QString::number(5000 + i));
+)"_s.arg(QString::number(i), QString::number(firstPlayer - 1 + i));
     }
     QString history;
     for (int i = 0; i < historyRows; ++i) {
@@ -176,6 +176,29 @@ QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes)
     QString page = fixtureText(u"ep/team_full.html"_s);
     replaceTableBody(page, 0, roster);
     replaceTableBody(page, 1, history);
+    return padPage(page, targetBytes);
+}
+
+QString epPlayerPage(int careerRows, qsizetype targetBytes)
+{
+    QString rows;
+    for (int i = 0; i < careerRows; ++i) {
+        const int year = 2000 + i;
+        rows += uR"(<tr class="team-continent-EU">
+<td class="season sorted">%1-%2</td>
+<td class="team"><span class="txt-blue"><a href="https://www.eliteprospects.com/team/%3/club-%3/%1-%4?tab=stats">Club %3</a></span></td>
+<td class="league"><a href="https://www.eliteprospects.com/league/league-%3/stats/%1-%4">League %3</a></td>
+<td class="regular gp">%5</td><td class="regular g">7</td><td class="regular a">21</td><td class="regular tp">28</td><td class="regular pim">30</td><td class="regular pm">-4</td>
+<td class="separator"></td>
+<td class="playoffs"><a href="https://www.eliteprospects.com/league/league-%3/stats/playoffs/%1-%4">Playoffs</a></td>
+<td class="playoffs gp">12</td><td class="playoffs g">2</td><td class="playoffs a">6</td><td class="playoffs tp">8</td><td class="playoffs pim">10</td><td class="playoffs pm">3</td>
+</tr>
+)"_s.arg(QString::number(year), QString::number(year + 1).right(2), QString::number(i % 7 + 1),
+         QString::number(year + 1), QString::number(40 + i));
+    }
+    // The international totals come first; the career table is the second body.
+    QString page = fixtureText(u"ep/player_skater.html"_s);
+    replaceTableBody(page, 1, rows);
     return padPage(page, targetBytes);
 }
 

@@ -30,8 +30,12 @@ QString fmdProfilePage(qsizetype targetBytes);
 // An Elite Prospects league page in its standings form, with teams numbered from 1.
 QString epLeaguePage(int teams, qsizetype targetBytes);
 // An Elite Prospects team page with its facts, a roster and a history table of the
-// given numbers of rows, and three retired numbers.
-QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes);
+// given numbers of rows, and three retired numbers. The roster's players have the
+// site numbers from firstPlayer on.
+QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes, int firstPlayer = 5001);
+// An Elite Prospects player page whose career table has careerRows rows, each with
+// a club and games in both halves.
+QString epPlayerPage(int careerRows, qsizetype targetBytes);
 
 // Peak resident memory of this process so far, in megabytes.
 double peakResidentMegabytes();
