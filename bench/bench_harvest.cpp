@@ -1,6 +1,7 @@
 // A whole Transfer Markt harvest of one league, 20 clubs and 500 players with
 // their history pages, fetched one page at a time from the fixture web on
-// loopback, with the fetcher's pacing waits cut to nothing.
+// loopback, with the fetcher's pacing waits cut to nothing; and a long one of
+// 5,000 players that follows the memory and how late a 10 ms timer fires.
 #include "bench/benchpages.h"
 #include "core/constants.h"
 #include "core/datainterface.h"
@@ -18,6 +19,11 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -54,14 +60,14 @@ QString playerPath(int player, const QString &word)
     return u"/player-%1/%2/spieler/%1"_s.arg(player).arg(word);
 }
 
-Site buildSite()
+Site buildSite(int clubs = clubCount)
 {
     Site site;
-    QStringList clubs;
-    for (int club = 1; club <= clubCount; ++club)
-        clubs.append(clubPath(club, u"startseite"_s));
-    site.league = leaguePage(clubs, leagueBytes);
-    for (int club = 1; club <= clubCount; ++club) {
+    QStringList clubPaths;
+    for (int club = 1; club <= clubs; ++club)
+        clubPaths.append(clubPath(club, u"startseite"_s));
+    site.league = leaguePage(clubPaths, leagueBytes);
+    for (int club = 1; club <= clubs; ++club) {
         QStringList players;
         for (int i = 0; i < playersPerClub; ++i)
             players.append(playerPath((club - 1) * playersPerClub + i + 1, u"profil"_s));
@@ -75,14 +81,15 @@ Site buildSite()
 void routeSite(FixtureWeb &web, const Site &site)
 {
     web.routeBody(leagueUrl + u"/plus/?saison_id=2023"_s, site.league.toUtf8());
-    for (int club = 1; club <= clubCount; ++club) {
+    const int clubs = int(site.squads.size());
+    for (int club = 1; club <= clubs; ++club) {
         web.routeBody(TFM_ROOT_URL + clubPath(club, u"leistungsdaten"_s),
                       site.squads.at(club - 1).toUtf8());
     }
     // One body for all players, shared: the memory figure is the harvest's own.
     const QByteArray profile = site.profile.toUtf8();
     const QByteArray history = site.history.toUtf8();
-    for (int player = 1; player <= playerCount; ++player) {
+    for (int player = 1; player <= clubs * playersPerClub; ++player) {
         web.routeBody(TFM_ROOT_URL + playerPath(player, u"profil"_s), profile);
         web.routeBody(TFM_ROOT_URL + playerPath(player, u"detaillierteleistungsdaten"_s), history);
     }
@@ -190,6 +197,126 @@ void BM_Harvest(benchmark::State &state)
     state.counters["peak_rss_MB"] = peakResidentMegabytes();
 }
 BENCHMARK(BM_Harvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
+
+constexpr int longClubCount = 200;
+constexpr int longPlayerCount = longClubCount * playersPerClub;
+
+// What a harvested player holds on the heap of its own: the object, its texts
+// and its history rows, by their capacities.
+qsizetype recordBytes(const TFM_Player &player)
+{
+    const auto text = [](const QString &s) { return s.capacity() * qsizetype(sizeof(QChar)); };
+    qsizetype bytes = sizeof(TFM_Player);
+    for (const QString *s :
+         {&player.firstName, &player.secondName, &player.commonName, &player.completeName,
+          &player.nation1, &player.nation2, &player.club, &player.onLoanFrom, &player.id,
+          &player.nameInUrl, &player.foot, &player.mainPosition})
+        bytes += text(*s);
+    for (const QString &position : player.otherPositions)
+        bytes += qsizetype(sizeof(QString)) + text(position);
+    bytes += player.history.capacity() * qsizetype(sizeof(TFM_History));
+    for (const TFM_History &row : player.history)
+        bytes += text(row.club) + text(row.season);
+    return bytes;
+}
+
+// 5,000 players of 200 clubs, about 10,000 pages. A 10 ms timer runs all along,
+// as the window's own events would: how late it fires is how long a click
+// waits. After every 1,000 players the peak resident memory is printed.
+void BM_LongHarvest(benchmark::State &state)
+{
+    FixtureWeb web;
+    if (!web.start()) {
+        state.SkipWithError("the fixture web could not listen");
+        return;
+    }
+    routeSite(web, buildSite(longClubCount));
+
+    FastWaits fast(0);
+    QPlainTextEdit log;
+    StatusDisplay panel;
+    setLogOutput(&log);
+    setStatusDisplay(&panel);
+    setIncludePlayerData(true);
+    setIncludePlayerHistory(true);
+    setIncludeOlympicStats(false);
+
+    DataInterface data;
+    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
+                     &StatusDisplay::incrementPageCountTotal);
+    data.setSeason(2023);
+
+    std::vector<double> lateness;
+    std::vector<double> peaks;
+    std::vector<double> ownBytes;
+    QElapsedTimer clock;
+    qint64 last = 0;
+    QTimer tick;
+    tick.setTimerType(Qt::PreciseTimer);
+    tick.setInterval(10);
+    QObject::connect(&tick, &QTimer::timeout, &tick, [&] {
+        const qint64 now = clock.nsecsElapsed();
+        lateness.push_back(std::max(0.0, double(now - last) / 1e6 - 10.0));
+        last = now;
+        // The player list is only appended to during the run.
+        const auto done = data.players.size();
+        if (done >= qsizetype(peaks.size() + 1) * 1000) {
+            peaks.push_back(peakResidentMegabytes());
+            qsizetype bytes = 0;
+            for (DataWrapper *record : std::as_const(data.players))
+                bytes += recordBytes(*static_cast<TFM_Player *>(record));
+            ownBytes.push_back(double(bytes) / (1024.0 * 1024.0));
+            std::printf("%6lld players: peak resident memory %7.1f MB, records' own %5.1f MB\n",
+                        static_cast<long long>(done), peaks.back(), ownBytes.back());
+            std::fflush(stdout);
+        }
+    });
+
+    const double before = peakResidentMegabytes();
+    for (auto _ : state) {
+        TFM_League::teamUrls().clear();
+        TFM_Team::playerUrls() = PlayerPageList();
+        web.clearRequests();
+        log.clear();
+        panel.start();
+        QStringList urls{leagueUrl};
+        clock.start();
+        last = 0;
+        tick.start();
+
+        data.startDownload(TransferMarkt, urls, true);
+
+        tick.stop();
+        panel.stop();
+        if (data.players.size() != longPlayerCount)
+            state.SkipWithError("the harvest did not take in every player");
+    }
+    setLogOutput(nullptr);
+    setStatusDisplay(nullptr);
+
+    std::vector<double> sorted = lateness;
+    std::sort(sorted.begin(), sorted.end());
+    const auto percentile = [&sorted](double p) {
+        if (sorted.empty())
+            return 0.0;
+        return sorted.at(std::min(sorted.size() - 1, size_t(p * double(sorted.size()))));
+    };
+    // Growth of the peak from one thousand players to the next, less what the
+    // records of those players hold themselves.
+    double worstGrowth = 0;
+    for (size_t i = 1; i < peaks.size(); ++i)
+        worstGrowth
+            = std::max(worstGrowth, (peaks[i] - peaks[i - 1]) - (ownBytes[i] - ownBytes[i - 1]));
+
+    state.counters["pages"] = 1 + longClubCount + 2 * longPlayerCount;
+    state.counters["rss_before_MB"] = before;
+    state.counters["rss_peak_MB"] = peakResidentMegabytes();
+    state.counters["growth_MB_per_1000"] = worstGrowth;
+    state.counters["late_max_ms"] = sorted.empty() ? 0.0 : sorted.back();
+    state.counters["late_p99_ms"] = percentile(0.99);
+    state.counters["ticks"] = double(lateness.size());
+}
+BENCHMARK(BM_LongHarvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(1);
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "bench/benchpages.h"
 
-#include <QFile>
+#include "tests/support/testsupport.h"
+
 #include <QRegularExpression>
 
 #include <sys/resource.h>
@@ -41,14 +42,6 @@ void insertBefore(QString &page, const QString &marker, const QString &text)
 }
 
 } // namespace
-
-QString fixtureText(const QString &relative)
-{
-    QFile file(QStringLiteral(QM_BENCH_FIXTURES_DIR) + u'/' + relative);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("missing fixture %s", qPrintable(relative));
-    return QString::fromUtf8(file.readAll());
-}
 
 QString padPage(const QString &page, qsizetype targetBytes)
 {

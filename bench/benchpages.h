@@ -6,9 +6,6 @@
 // Pages of the benchmarks: the hand-written fixture pages, grown to the size of
 // the site's real pages with markup that holds none of the scanners' markers.
 
-// The text of a file under tests/fixtures, read as UTF-8.
-QString fixtureText(const QString &relative);
-
 // page with filler blocks added until its UTF-8 size reaches targetBytes: two
 // fifths behind <head> (inline scripts and styles), three tenths behind
 // </header> (navigation, advertising) and the rest before </body> (footer).
