@@ -3,6 +3,7 @@
 #include "core/constants.h"
 #include "core/sharedstate.h"
 #include "core/website.h"
+#include "proxy/proxy.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/testsupport.h"
@@ -13,10 +14,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTcpServer>
 #include <QTest>
 
 #include <memory>
@@ -147,6 +150,8 @@ private slots:
 
     void faultyPage_data();
     void faultyPage();
+    void proxyThatRefuses_data();
+    void proxyThatRefuses();
 
 private:
     void routeHarvest();
@@ -353,6 +358,95 @@ void TestFaults::faultyPage()
     for (const QByteArray &row : rows)
         gomez = gomez || row.contains("Carlos");
     QVERIFY(gomez);
+}
+
+void TestFaults::proxyThatRefuses_data()
+{
+    QTest::addColumn<bool>("refuseLogins");
+    QTest::newRow("refuses the connection") << false;
+    QTest::newRow("refuses the credentials") << true;
+}
+
+// The proxy's test prints its own two lines; a run after it, through the
+// refusing proxy, fails page by page and ends as any other; a proxy that works,
+// tested anew, brings the harvest back.
+void TestFaults::proxyThatRefuses()
+{
+    QFETCH(bool, refuseLogins);
+    const QString echoed = u"203.0.113.7"_s;
+    web.routeBody(IP_ECHO_URL, echoed.toUtf8());
+
+    quint16 port = web.proxyPort();
+    if (refuseLogins) {
+        web.setProxyRefusesLogins(true);
+    } else {
+        // A port that nothing listens on any more.
+        QTcpServer closed;
+        QVERIFY(closed.listen(QHostAddress::LocalHost, 0));
+        port = closed.serverPort();
+    }
+
+    MainWindow window;
+    window.websiteBox->setCurrentIndex(TransferMarkt);
+    window.seasonBox->setValue(2023);
+    window.downloadPlayerDetailsBox->setChecked(true);
+    window.includePlayerDataBox->setChecked(true);
+    window.includePlayerHistoryBox->setChecked(false);
+    window.proxy->enabledBox->setChecked(true);
+    window.proxy->hostEdit->setText(u"127.0.0.1"_s);
+    window.proxy->portEdit->setText(QString::number(port));
+    window.proxy->userEdit->setText(u"alice"_s);
+    window.proxy->passwordEdit->setText(u"wrong"_s);
+    QTest::mouseClick(window.proxy->testButton, Qt::LeftButton);
+
+    const QString checking = u"Checking IP address using "_s + IP_ECHO_URL + u". Please wait..."_s;
+    QCOMPARE(logLines(window.logBox),
+             (QStringList{checking,
+                          u"Error! Unable to check IP address. Either the IP address/proxy is "
+                          u"invalid or "_s
+                              + IP_ECHO_URL + u" is offline."_s}));
+    QCOMPARE(web.requestCount(IP_ECHO_URL), 0);
+    if (refuseLogins)
+        QCOMPARE(web.proxyLogins(), (QList<QPair<QString, QString>>{{u"alice"_s, u"wrong"_s}}));
+
+    window.urlInput->setPlainText(leagueAddress);
+    QTest::mouseClick(window.downloadButton, Qt::LeftButton);
+    QCOMPARE(logLines(window.logBox),
+             (QStringList{
+                 QString(),
+                 u"Downloading 1 league page(s)"_s,
+                 u"ERROR: Unable to access "_s + leagueAddress + u"/plus/?saison_id=2023."_s,
+                 u"No duplicate teams were found."_s,
+                 QString(),
+                 u"Downloading 0 team page(s)"_s,
+                 QString(),
+                 u"Downloading 0 player data page(s) and 0 player history page(s). "
+                 u"Total page(s): 0"_s,
+                 QString(),
+                 QString(),
+                 u"----- PROCESS COMPLETE -----"_s,
+                 QString(),
+                 QString(),
+             }));
+    QVERIFY(web.requests().isEmpty());
+
+    // The user mends the proxy and tests it again.
+    web.setProxyRefusesLogins(false);
+    window.proxy->portEdit->setText(QString::number(web.proxyPort()));
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        qPrintable(
+            u"QString::arg: Argument missing: \"Your IP address: %1\" , %2"_s.arg(echoed).arg(
+                echoed.size())));
+    QTest::mouseClick(window.proxy->testButton, Qt::LeftButton);
+    QCOMPARE(logLines(window.logBox).last(), u"Your IP address: "_s + echoed);
+
+    // Download comes back after a Save As, here of no records at all.
+    answerNextFileDialog(sandbox.filePath(u"nothing.csv"_s));
+    QTest::mouseClick(window.saveButton, Qt::LeftButton);
+    QTest::mouseClick(window.downloadButton, Qt::LeftButton);
+    QCOMPARE(window.dataInterface.players.size(), 3);
+    QVERIFY(!window.logBox->toPlainText().contains(u"ERROR"_s));
 }
 
 QTEST_MAIN(TestFaults)
