@@ -21,3 +21,5 @@ QString historyPage(qsizetype targetBytes);
 
 // Peak resident memory of this process so far, in megabytes.
 double peakResidentMegabytes();
+// Resident memory of this process now, in megabytes.
+double residentMegabytes();
