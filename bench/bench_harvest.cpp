@@ -143,6 +143,17 @@ double scanMillisecondsPerPage(const Site &site)
     return total / pageCount / 1e6;
 }
 
+// The passes' lists outlive a run; every round starts from empty ones, with an
+// empty log box and a started panel.
+void startRound(FixtureWeb &web, QPlainTextEdit &log, StatusDisplay &panel)
+{
+    TFM_League::teamUrls().clear();
+    TFM_Team::playerUrls() = PlayerPageList();
+    web.clearRequests();
+    log.clear();
+    panel.start();
+}
+
 void BM_Harvest(benchmark::State &state)
 {
     FixtureWeb web;
@@ -170,12 +181,7 @@ void BM_Harvest(benchmark::State &state)
 
     for (auto _ : state) {
         state.PauseTiming();
-        // The passes' lists outlive a run; every round starts from empty ones.
-        TFM_League::teamUrls().clear();
-        TFM_Team::playerUrls() = PlayerPageList();
-        web.clearRequests();
-        log.clear();
-        panel.start();
+        startRound(web, log, panel);
         QStringList urls{leagueUrl};
         state.ResumeTiming();
 
@@ -312,11 +318,7 @@ void BM_LongHarvest(benchmark::State &state)
 
     const double before = peakResidentMegabytes();
     for (auto _ : state) {
-        TFM_League::teamUrls().clear();
-        TFM_Team::playerUrls() = PlayerPageList();
-        web.clearRequests();
-        log.clear();
-        panel.start();
+        startRound(web, log, panel);
         QStringList urls{leagueUrl};
         clock.start();
         last = 0;

@@ -2,10 +2,9 @@
 #include "app/mainwindow.h"
 #include "core/website.h"
 #include "tests/support/dialogs.h"
+#include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
-#include "tfm/tfmleague.h"
-#include "tfm/tfmteam.h"
 
 #include <QBuffer>
 #include <QComboBox>
@@ -162,8 +161,7 @@ void TestBadFiles::cleanupTestCase()
 void TestBadFiles::init()
 {
     // The reports count the passes' lists, which outlive a test.
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
+    clearTfmLists();
 }
 
 void TestBadFiles::cleanup()
@@ -306,13 +304,8 @@ void TestBadFiles::saveAsIntoAFolderThatCantTakeTheFile()
     QVERIFY(window.downloadButton->isEnabled());
 
     // A second Save As to a folder that takes it writes the record.
-    const QString elsewhere = sandbox.filePath(u"players.csv"_s);
-    QFile::remove(elsewhere);
-    answerNextFileDialog(elsewhere);
-    QTest::mouseClick(window.saveButton, Qt::LeftButton);
-    QFile file(elsewhere);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QList<QByteArray> rows = file.readAll().split('\n');
+    const QList<QByteArray> rows
+        = saveThroughWindow(window, sandbox.filePath(u"players.csv"_s)).split('\n');
     QCOMPARE(rows.size(), 3);
     QVERIFY(rows.at(0).startsWith("\xef\xbb\xbfId,"));
     QVERIFY(rows.at(1).contains("Smith"));

@@ -6,10 +6,9 @@
 #include "proxy/proxy.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
-#include "tfm/tfmleague.h"
-#include "tfm/tfmteam.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -40,11 +39,10 @@ QString site(const QString &path)
     return TFM_ROOT_URL + path;
 }
 
-const QString leagueAddress = site(u"/testland-premier-liga/startseite/wettbewerb/TL1"_s);
+const QString leagueAddress = HarvestSite::leagueAddress();
 const QString faultyLeagueAddress = site(u"/faulty-liga/startseite/wettbewerb/FL1"_s);
-const QString alphaPath = u"/fc-alpha/leistungsdaten/verein/101/saison_id/2023"_s;
-const QString smithPath = u"/jan-smith/profil/spieler/12345"_s;
-const QString edersonPath = u"/ederson/profil/spieler/4711"_s;
+const QString alphaPath = HarvestSite::alphaPath();
+const QString edersonPath = HarvestSite::edersonProfilePath();
 
 // The page of each pass that the fault hits, and the fixture it stands for.
 QString faultyUrl(Pass pass)
@@ -154,7 +152,7 @@ private slots:
     void proxyThatRefuses();
 
 private:
-    void routeHarvest();
+    static void prepare(MainWindow &window);
 
     WindowSandbox sandbox;
     FixtureWeb web;
@@ -171,14 +169,8 @@ void TestFaults::initTestCase()
 
 void TestFaults::init()
 {
-    // The passes' address lists outlive a run; each test starts from empty ones.
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    HarvestSite::startAfresh(web);
     fast = std::make_unique<FastWaits>();
-    routeHarvest();
 }
 
 void TestFaults::cleanup()
@@ -187,16 +179,15 @@ void TestFaults::cleanup()
     QCOMPARE(pendingDialogAnswers(), 0);
 }
 
-// One league of two clubs and three players, for the season 2023.
-void TestFaults::routeHarvest()
+// A window set for a Transfer Markt harvest of the season 2023 with player data.
+void TestFaults::prepare(MainWindow &window)
 {
-    web.routeFile(leagueAddress + u"/plus/?saison_id=2023"_s, u"tfm/harvest_league.html"_s);
-    web.routeFile(site(alphaPath), u"tfm/harvest_team_alpha.html"_s);
-    web.routeFile(site(u"/fc-beta/leistungsdaten/verein/202/saison_id/2023"_s),
-                  u"tfm/harvest_team_beta.html"_s);
-    web.routeFile(site(smithPath), u"tfm/harvest_player_smith.html"_s);
-    web.routeFile(site(edersonPath), u"tfm/harvest_player_ederson.html"_s);
-    web.routeFile(site(u"/carlos-gomez/profil/spieler/777"_s), u"tfm/harvest_player_gomez.html"_s);
+    window.websiteBox->setCurrentIndex(TransferMarkt);
+    window.seasonBox->setValue(2023);
+    window.downloadPlayerDetailsBox->setChecked(true);
+    window.includePlayerDataBox->setChecked(true);
+    window.includePlayerHistoryBox->setChecked(false);
+    window.asciiButton->setChecked(true);
 }
 
 void TestFaults::faultyPage_data()
@@ -289,17 +280,12 @@ void TestFaults::faultyPage()
         // of the pages before it are trusted as always.
         const QString before = pass == Pass::League ? QString()
             : pass == Pass::Team                    ? leagueAddress + u"/plus/?saison_id=2023"_s
-                                                    : site(smithPath);
+                                                    : site(HarvestSite::smithProfilePath());
         web.presentUntrustedCertificate(attemptsOf(pass), before);
     }
 
     MainWindow window;
-    window.websiteBox->setCurrentIndex(TransferMarkt);
-    window.seasonBox->setValue(2023);
-    window.downloadPlayerDetailsBox->setChecked(true);
-    window.includePlayerDataBox->setChecked(true);
-    window.includePlayerHistoryBox->setChecked(false);
-    window.asciiButton->setChecked(true);
+    prepare(window);
     window.urlInput->setPlainText(pass == Pass::League ? faultyLeagueAddress + u'\n' + leagueAddress
                                                        : leagueAddress);
     QTest::mouseClick(window.downloadButton, Qt::LeftButton);
@@ -343,13 +329,8 @@ void TestFaults::faultyPage()
     // Carlos Gómez of FC Beta is harvested after every faulty page.
     QVERIFY(window.logBox->toPlainText().contains(u"Carlos Gómez player data"_s));
 
-    const QString saved = sandbox.filePath(u"drill.csv"_s);
-    QFile::remove(saved);
-    answerNextFileDialog(saved);
-    QTest::mouseClick(window.saveButton, Qt::LeftButton);
-    QFile file(saved);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QList<QByteArray> rows = file.readAll().split('\n');
+    const QList<QByteArray> rows
+        = saveThroughWindow(window, sandbox.filePath(u"drill.csv"_s)).split('\n');
     // The title row, one row a player, and the empty piece behind the last line feed.
     QCOMPARE(rows.size(), expected.players + 2);
     QVERIFY(rows.at(0).startsWith("\xef\xbb\xbfId,"));
@@ -387,11 +368,7 @@ void TestFaults::proxyThatRefuses()
     }
 
     MainWindow window;
-    window.websiteBox->setCurrentIndex(TransferMarkt);
-    window.seasonBox->setValue(2023);
-    window.downloadPlayerDetailsBox->setChecked(true);
-    window.includePlayerDataBox->setChecked(true);
-    window.includePlayerHistoryBox->setChecked(false);
+    prepare(window);
     window.proxy->enabledBox->setChecked(true);
     window.proxy->hostEdit->setText(u"127.0.0.1"_s);
     window.proxy->portEdit->setText(QString::number(port));
@@ -442,8 +419,7 @@ void TestFaults::proxyThatRefuses()
     QCOMPARE(logLines(window.logBox).last(), u"Your IP address: "_s + echoed);
 
     // Download comes back after a Save As, here of no records at all.
-    answerNextFileDialog(sandbox.filePath(u"nothing.csv"_s));
-    QTest::mouseClick(window.saveButton, Qt::LeftButton);
+    saveThroughWindow(window, sandbox.filePath(u"nothing.csv"_s));
     QTest::mouseClick(window.downloadButton, Qt::LeftButton);
     QCOMPARE(window.dataInterface.players.size(), 3);
     QVERIFY(!window.logBox->toPlainText().contains(u"ERROR"_s));

@@ -3,10 +3,9 @@
 #include "core/constants.h"
 #include "core/website.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
-#include "tfm/tfmleague.h"
-#include "tfm/tfmteam.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -36,8 +35,8 @@ QString site(const QString &path)
     return TFM_ROOT_URL + path;
 }
 
-const QString leagueAddress = site(u"/testland-premier-liga/startseite/wettbewerb/TL1"_s);
-const QString leagueUrl = leagueAddress + u"/plus/?saison_id=2023"_s;
+const QString leagueAddress = HarvestSite::leagueAddress();
+const QString leagueUrl = HarvestSite::leagueUrl();
 
 } // namespace
 
@@ -72,8 +71,7 @@ void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever_data()
     // The line that the pass wrote last before the page that never came.
     QTest::addColumn<QString>("lastLine");
     QTest::newRow("league pass") << leagueUrl << false << u"Downloading 1 league page(s)"_s;
-    QTest::newRow("team pass") << site(u"/fc-beta/leistungsdaten/verein/202/saison_id/2023"_s)
-                               << false << u"FC Alpha"_s;
+    QTest::newRow("team pass") << site(HarvestSite::betaPath()) << false << u"FC Alpha"_s;
     QTest::newRow("player pass") << site(u"/ederson/profil/spieler/4711"_s) << false
                                  << u"Jan Smith player data"_s;
     QTest::newRow("history pass") << site(u"/jan-smith/detaillierteleistungsdaten/spieler/12345"_s)
@@ -86,23 +84,7 @@ void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever()
     QFETCH(bool, history);
     QFETCH(QString, lastLine);
 
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
-    web.clearRoutes();
-    web.clearRequests();
-    web.routeFile(leagueUrl, u"tfm/harvest_league.html"_s);
-    web.routeFile(site(u"/fc-alpha/leistungsdaten/verein/101/saison_id/2023"_s),
-                  u"tfm/harvest_team_alpha.html"_s);
-    web.routeFile(site(u"/fc-beta/leistungsdaten/verein/202/saison_id/2023"_s),
-                  u"tfm/harvest_team_beta.html"_s);
-    for (const auto &[path, name] : {std::pair{u"/jan-smith/%1/spieler/12345"_s, "smith"},
-                                     std::pair{u"/ederson/%1/spieler/4711"_s, "ederson"},
-                                     std::pair{u"/carlos-gomez/%1/spieler/777"_s, "gomez"}}) {
-        web.routeFile(site(path.arg(u"profil"_s)),
-                      u"tfm/harvest_player_%1.html"_s.arg(QLatin1StringView(name)));
-        web.routeFile(site(path.arg(u"detaillierteleistungsdaten"_s)),
-                      u"tfm/harvest_history_%1.html"_s.arg(QLatin1StringView(name)));
-    }
+    HarvestSite::startAfresh(web);
     FixtureWeb::Answer silent;
     silent.hold = true;
     web.route(silentPage, silent);

@@ -5,10 +5,9 @@
 #include "proxy/proxy.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
-#include "tfm/tfmleague.h"
-#include "tfm/tfmteam.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -38,11 +37,10 @@ QString site(const QString &path)
     return TFM_ROOT_URL + path;
 }
 
-const QString leagueUrl
-    = site(u"/testland-premier-liga/startseite/wettbewerb/TL1/plus/?saison_id=2023"_s);
-const QString alphaPath = u"/fc-alpha/leistungsdaten/verein/101/saison_id/2023"_s;
-const QString smithProfilePath = u"/jan-smith/profil/spieler/12345"_s;
-const QString smithHistoryPath = u"/jan-smith/detaillierteleistungsdaten/spieler/12345"_s;
+const QString leagueUrl = HarvestSite::leagueUrl();
+const QString alphaPath = HarvestSite::alphaPath();
+const QString smithProfilePath = HarvestSite::smithProfilePath();
+const QString smithHistoryPath = HarvestSite::smithHistoryPath();
 const QByteArray echoedAddress = "203.0.113.7"_ba;
 
 } // namespace
@@ -60,7 +58,6 @@ private slots:
     void pressEveryLiveControlWhileAPassWaits();
 
 private:
-    void routeHarvest();
     void pressEverything(MainWindow &window);
 
     WindowSandbox sandbox;
@@ -78,13 +75,9 @@ void TestReentrancy::initTestCase()
 
 void TestReentrancy::init()
 {
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    HarvestSite::startAfresh(web);
     fast = std::make_unique<FastWaits>();
-    routeHarvest();
+    web.routeBody(IP_ECHO_URL, echoedAddress);
 }
 
 void TestReentrancy::cleanup()
@@ -92,23 +85,6 @@ void TestReentrancy::cleanup()
     fast.reset();
     web.releaseHeld();
     QCOMPARE(pendingDialogAnswers(), 0);
-}
-
-void TestReentrancy::routeHarvest()
-{
-    web.routeFile(leagueUrl, u"tfm/harvest_league.html"_s);
-    web.routeFile(site(alphaPath), u"tfm/harvest_team_alpha.html"_s);
-    web.routeFile(site(u"/fc-beta/leistungsdaten/verein/202/saison_id/2023"_s),
-                  u"tfm/harvest_team_beta.html"_s);
-    for (const auto &[path, name] : {std::pair{u"/jan-smith/%1/spieler/12345"_s, "smith"},
-                                     std::pair{u"/ederson/%1/spieler/4711"_s, "ederson"},
-                                     std::pair{u"/carlos-gomez/%1/spieler/777"_s, "gomez"}}) {
-        web.routeFile(site(path.arg(u"profil"_s)),
-                      u"tfm/harvest_player_%1.html"_s.arg(QLatin1StringView(name)));
-        web.routeFile(site(path.arg(u"detaillierteleistungsdaten"_s)),
-                      u"tfm/harvest_history_%1.html"_s.arg(QLatin1StringView(name)));
-    }
-    web.routeBody(IP_ECHO_URL, echoedAddress);
 }
 
 void TestReentrancy::pressEverything(MainWindow &window)
@@ -210,13 +186,8 @@ void TestReentrancy::pressEveryLiveControlWhileAPassWaits()
     QVERIFY(window.saveButton->isEnabled());
 
     // Whatever the records are now, Save As writes them.
-    const QString saved = sandbox.filePath(u"after.csv"_s);
-    QFile::remove(saved);
-    answerNextFileDialog(saved);
-    QTest::mouseClick(window.saveButton, Qt::LeftButton);
-    QFile file(saved);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QVERIFY(file.readAll().startsWith("\xef\xbb\xbfId\t"));
+    QVERIFY(
+        saveThroughWindow(window, sandbox.filePath(u"after.csv"_s)).startsWith("\xef\xbb\xbfId\t"));
 }
 
 QTEST_MAIN(TestReentrancy)
