@@ -1,5 +1,6 @@
 #include "app/mainwindow.h"
 
+#include "app/identity.h"
 #include "core/constants.h"
 #include "core/sharedstate.h"
 #include "proxy/proxy.h"
@@ -63,6 +64,7 @@ MainWindow::MainWindow(QWidget *parent)
     setMinimumSize(900, 620);
     setWindowTitle(QCoreApplication::applicationName() + u" v"_s
                    + QCoreApplication::applicationVersion());
+    setWindowIcon(applicationIcon());
 
     auto *central = new QWidget(this);
     setCentralWidget(central);

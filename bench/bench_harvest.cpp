@@ -1,12 +1,17 @@
-// A whole Transfer Markt harvest of one league, 20 clubs and 500 players with
-// their history pages, fetched one page at a time from the fixture web on
-// loopback, with the fetcher's pacing waits cut to nothing; and a long one of
-// 5,000 players that follows the memory and how late a 10 ms timer fires.
+// Whole harvests fetched one page at a time from the fixture web on loopback,
+// with the fetcher's pacing waits cut to nothing: Transfer Markt, one league, 20
+// clubs and 500 players with their history pages; Elite Prospects, one league,
+// 20 teams and 500 roster rows with their player pages; and a long Transfer
+// Markt one of 5,000 players that follows the memory and how late a 10 ms timer
+// fires.
 #include "bench/benchpages.h"
 #include "core/constants.h"
 #include "core/datainterface.h"
 #include "core/playerpagelist.h"
 #include "core/sharedstate.h"
+#include "ep/epleague.h"
+#include "ep/epplayer.h"
+#include "ep/epteam.h"
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
 #include "tfm/tfmhistory.h"
@@ -23,6 +28,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -61,14 +67,14 @@ QString playerPath(int player, const QString &word)
     return u"/player-%1/%2/spieler/%1"_s.arg(player).arg(word);
 }
 
-Site buildSite(int clubs = clubCount)
+Site buildSite()
 {
     Site site;
-    QStringList clubPaths;
-    for (int club = 1; club <= clubs; ++club)
-        clubPaths.append(clubPath(club, u"startseite"_s));
-    site.league = leaguePage(clubPaths, leagueBytes);
-    for (int club = 1; club <= clubs; ++club) {
+    QStringList clubs;
+    for (int club = 1; club <= clubCount; ++club)
+        clubs.append(clubPath(club, u"startseite"_s));
+    site.league = leaguePage(clubs, leagueBytes);
+    for (int club = 1; club <= clubCount; ++club) {
         QStringList players;
         for (int i = 0; i < playersPerClub; ++i)
             players.append(playerPath((club - 1) * playersPerClub + i + 1, u"profil"_s));
@@ -82,15 +88,14 @@ Site buildSite(int clubs = clubCount)
 void routeSite(FixtureWeb &web, const Site &site)
 {
     web.routeBody(leagueUrl + u"/plus/?saison_id=2023"_s, site.league.toUtf8());
-    const int clubs = int(site.squads.size());
-    for (int club = 1; club <= clubs; ++club) {
+    for (int club = 1; club <= clubCount; ++club) {
         web.routeBody(TFM_ROOT_URL + clubPath(club, u"leistungsdaten"_s),
                       site.squads.at(club - 1).toUtf8());
     }
     // One body for all players, shared: the memory figure is the harvest's own.
     const QByteArray profile = site.profile.toUtf8();
     const QByteArray history = site.history.toUtf8();
-    for (int player = 1; player <= clubs * playersPerClub; ++player) {
+    for (int player = 1; player <= playerCount; ++player) {
         web.routeBody(TFM_ROOT_URL + playerPath(player, u"profil"_s), profile);
         web.routeBody(TFM_ROOT_URL + playerPath(player, u"detaillierteleistungsdaten"_s), history);
     }
@@ -143,15 +148,51 @@ double scanMillisecondsPerPage(const Site &site)
     return total / pageCount / 1e6;
 }
 
-// The passes' lists outlive a run; every round starts from empty ones, with an
-// empty log box and a started panel.
-void startRound(FixtureWeb &web, QPlainTextEdit &log, StatusDisplay &panel)
+// The timed rounds of a harvest through the planner, with the log box and the
+// status panel attached. The passes' lists outlive a run, so every round starts
+// by emptying them with resetLists; a round that does not fetch every page and
+// make every player record fails the benchmark.
+void runHarvests(benchmark::State &state, FixtureWeb &web, Website website,
+                 const QString &leagueUrl, int players, int pages, double scanMs,
+                 const std::function<void()> &resetLists)
 {
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
-    web.clearRequests();
-    log.clear();
-    panel.start();
+    FastWaits fast(0);
+    QPlainTextEdit log;
+    StatusDisplay panel;
+    setLogOutput(&log);
+    setStatusDisplay(&panel);
+
+    DataInterface data;
+    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
+                     &StatusDisplay::incrementPageCountTotal);
+    data.setSeason(2023);
+
+    for (auto _ : state) {
+        state.PauseTiming();
+        resetLists();
+        web.clearRequests();
+        log.clear();
+        panel.start();
+        QStringList urls{leagueUrl};
+        state.ResumeTiming();
+
+        data.startDownload(website, urls, true);
+
+        state.PauseTiming();
+        panel.stop();
+        if (data.players.size() != players || web.requests().size() != pages)
+            state.SkipWithError("the harvest did not fetch every page");
+        state.ResumeTiming();
+    }
+
+    setLogOutput(nullptr);
+    setStatusDisplay(nullptr);
+
+    state.counters["pages"] = pages;
+    state.counters["pages/s"]
+        = benchmark::Counter(double(state.iterations()) * pages, benchmark::Counter::kIsRate);
+    state.counters["scan_ms/page"] = scanMs;
+    state.counters["peak_rss_MB"] = peakResidentMegabytes();
 }
 
 void BM_Harvest(benchmark::State &state)
@@ -165,45 +206,108 @@ void BM_Harvest(benchmark::State &state)
     routeSite(web, site);
     const double scanMs = scanMillisecondsPerPage(site);
 
-    FastWaits fast(0);
-    QPlainTextEdit log;
-    StatusDisplay panel;
-    setLogOutput(&log);
-    setStatusDisplay(&panel);
+    // Player data and history: two pages a player.
     setIncludePlayerData(true);
     setIncludePlayerHistory(true);
     setIncludeOlympicStats(false);
-
-    DataInterface data;
-    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
-                     &StatusDisplay::incrementPageCountTotal);
-    data.setSeason(2023);
-
-    for (auto _ : state) {
-        state.PauseTiming();
-        startRound(web, log, panel);
-        QStringList urls{leagueUrl};
-        state.ResumeTiming();
-
-        data.startDownload(TransferMarkt, urls, true);
-
-        state.PauseTiming();
-        panel.stop();
-        if (data.players.size() != playerCount || web.requests().size() != pageCount)
-            state.SkipWithError("the harvest did not fetch every page");
-        state.ResumeTiming();
-    }
-
-    setLogOutput(nullptr);
-    setStatusDisplay(nullptr);
-
-    state.counters["pages"] = pageCount;
-    state.counters["pages/s"]
-        = benchmark::Counter(double(state.iterations()) * pageCount, benchmark::Counter::kIsRate);
-    state.counters["scan_ms/page"] = scanMs;
-    state.counters["peak_rss_MB"] = peakResidentMegabytes();
+    runHarvests(state, web, TransferMarkt, leagueUrl, playerCount, pageCount, scanMs, [] {
+        TFM_League::teamUrls().clear();
+        TFM_Team::playerUrls() = PlayerPageList();
+    });
 }
 BENCHMARK(BM_Harvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
+
+// An Elite Prospects harvest of one league, 20 teams and 500 roster rows, each
+// row a player of his own with a 15-season career.
+constexpr int epTeamCount = 20;
+constexpr int epRowsPerTeam = 25;
+constexpr int epPlayerCount = epTeamCount * epRowsPerTeam;
+constexpr int epCareerRows = 15;
+constexpr int epHistoryRows = 40;
+constexpr int epPageCount = 1 + epTeamCount + epPlayerCount;
+
+constexpr qsizetype epLeagueBytes = 150 * 1024;
+constexpr qsizetype epTeamBytes = 300 * 1024;
+constexpr qsizetype epPlayerBytes = 250 * 1024;
+
+const QString epLeagueUrl = EP_ROOT_URL + u"/league/bench-liiga"_s;
+
+// The league page links each team with the season of its own page.
+QString epTeamUrl(int team)
+{
+    return EP_ROOT_URL + u"/team/%1/club-%1/2019-2020"_s.arg(team);
+}
+
+// Roster row i (from 1) of a team whose first player has the site number first.
+QString epPlayerUrl(int first, int i)
+{
+    return EP_ROOT_URL + u"/player/%1/player-%2"_s.arg(first - 1 + i).arg(i);
+}
+
+// Mean milliseconds to scan one page of this harvest, offline, weighted as above.
+double epScanMillisecondsPerPage(const QString &league, const QString &team, const QString &player)
+{
+    constexpr int rounds = 20;
+    QElapsedTimer timer;
+    const auto timed = [&timer](const auto &scan) {
+        timer.start();
+        for (int i = 0; i < rounds; ++i)
+            scan();
+        return double(timer.nsecsElapsed()) / rounds;
+    };
+    const double leagueNs = timed([&league] {
+        QString text = league;
+        EP_League record;
+        record.parsePage(text);
+    });
+    EP_League::teamUrls().clear();
+    const double teamNs = timed([&team] {
+        QString text = team;
+        EP_Team record;
+        record.parsePage(text);
+    });
+    EP_Team::playerUrls() = PlayerPageList();
+    const double playerNs = timed([&player] {
+        QString text = player;
+        EP_Player record;
+        record.parsePage(text);
+    });
+    const double total = leagueNs + epTeamCount * teamNs + epPlayerCount * playerNs;
+    return total / epPageCount / 1e6;
+}
+
+void BM_EpHarvest(benchmark::State &state)
+{
+    FixtureWeb web;
+    if (!web.start()) {
+        state.SkipWithError("the fixture web could not listen");
+        return;
+    }
+    const QString league = epLeaguePage(epTeamCount, epLeagueBytes);
+    web.routeBody(epLeagueUrl + u"/2023-2024?team-history=complete#team-history"_s,
+                  league.toUtf8());
+    // Every team has players of its own, so that no roster row is a duplicate.
+    const QString playerPage = epPlayerPage(epCareerRows, epPlayerBytes);
+    const QByteArray playerBody = playerPage.toUtf8();
+    QString firstTeam;
+    for (int team = 1; team <= epTeamCount; ++team) {
+        const int first = 5001 + (team - 1) * epRowsPerTeam;
+        const QString page = epTeamPage(epRowsPerTeam, epHistoryRows, epTeamBytes, first);
+        if (team == 1)
+            firstTeam = page;
+        web.routeBody(epTeamUrl(team), page.toUtf8());
+        // One body for all players, shared: the memory figure is the harvest's own.
+        for (int i = 1; i <= epRowsPerTeam; ++i)
+            web.routeBody(epPlayerUrl(first, i), playerBody);
+    }
+    const double scanMs = epScanMillisecondsPerPage(league, firstTeam, playerPage);
+
+    runHarvests(state, web, EliteProspects, epLeagueUrl, epPlayerCount, epPageCount, scanMs, [] {
+        EP_League::teamUrls().clear();
+        EP_Team::playerUrls() = PlayerPageList();
+    });
+}
+BENCHMARK(BM_EpHarvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
 
 constexpr int longClubCount = 200;
 constexpr int longPlayerCount = longClubCount * playersPerClub;
@@ -318,7 +422,12 @@ void BM_LongHarvest(benchmark::State &state)
 
     const double before = peakResidentMegabytes();
     for (auto _ : state) {
-        startRound(web, log, panel);
+        // The passes' lists outlive a run.
+        TFM_League::teamUrls().clear();
+        TFM_Team::playerUrls() = PlayerPageList();
+        web.clearRequests();
+        log.clear();
+        panel.start();
         QStringList urls{leagueUrl};
         clock.start();
         last = 0;

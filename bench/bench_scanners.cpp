@@ -1,6 +1,12 @@
-// Scanning time of each Transfer Markt page kind on pages of the site's real size.
+// Scanning time of each page kind of the three sites on pages of the sites'
+// real size.
 #include "bench/benchpages.h"
 #include "core/playerpagelist.h"
+#include "ep/epleague.h"
+#include "ep/epplayer.h"
+#include "ep/epteam.h"
+#include "fmd/fmdleague.h"
+#include "fmd/fmdplayer.h"
 #include "tfm/tfmhistory.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmplayer.h"
@@ -18,6 +24,12 @@ constexpr qsizetype leagueBytes = 150 * 1024;
 constexpr qsizetype squadBytes = 200 * 1024;
 constexpr qsizetype profileBytes = 300 * 1024;
 constexpr qsizetype historyBytes = 150 * 1024;
+constexpr qsizetype fmdListBytes = 120 * 1024;
+constexpr qsizetype fmdProfileBytes = 150 * 1024;
+constexpr qsizetype epLeagueBytes = 150 * 1024;
+constexpr qsizetype epTeamBytes = 300 * 1024;
+constexpr qsizetype epPlayerBytes = 250 * 1024;
+constexpr int epCareerRows = 15;
 
 QStringList numberedPaths(const QString &format, int count)
 {
@@ -109,6 +121,98 @@ void BM_HistoryPage(benchmark::State &state)
     reportPage(state, page);
 }
 BENCHMARK(BM_HistoryPage);
+
+void BM_FmdListPage(benchmark::State &state)
+{
+    const QString page = fmdListPage(
+        numberedPaths(u"https://fmdataba.com/19/p/%1/player-%1/"_s, 50), fmdListBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        FMD_League::playerUrls().clear();
+        QString text = page;
+        state.ResumeTiming();
+        FMD_League league;
+        league.parsePage(text);
+        benchmark::DoNotOptimize(text.size());
+    }
+    if (FMD_League::playerUrls().size() != 50)
+        state.SkipWithError("the list page gave the wrong number of players");
+    reportPage(state, page);
+}
+BENCHMARK(BM_FmdListPage);
+
+void BM_FmdProfilePage(benchmark::State &state)
+{
+    const QString page = fmdProfilePage(fmdProfileBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        QString text = page;
+        state.ResumeTiming();
+        FMD_Player player;
+        player.parsePage(text);
+        benchmark::DoNotOptimize(player.marketValue);
+        if (player.secondName != u"Smith"_s || player.attributes.value(u"Technique"_s) != 9)
+            state.SkipWithError("the profile page was not read");
+    }
+    reportPage(state, page);
+}
+BENCHMARK(BM_FmdProfilePage);
+
+void BM_EpLeaguePage(benchmark::State &state)
+{
+    const QString page = epLeaguePage(20, epLeagueBytes);
+    EP_League::selectedSeason = 2019;
+    for (auto _ : state) {
+        state.PauseTiming();
+        EP_League::teamUrls().clear();
+        QString text = page;
+        state.ResumeTiming();
+        EP_League league;
+        league.parsePage(text);
+        benchmark::DoNotOptimize(league.leagueName);
+    }
+    if (EP_League::teamUrls().size() != 20)
+        state.SkipWithError("the league page gave the wrong number of teams");
+    reportPage(state, page);
+}
+BENCHMARK(BM_EpLeaguePage);
+
+void BM_EpTeamPage(benchmark::State &state)
+{
+    const QString page = epTeamPage(30, 40, epTeamBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        EP_Team::playerUrls() = PlayerPageList();
+        QString text = page;
+        state.ResumeTiming();
+        EP_Team team;
+        team.parsePage(text);
+        benchmark::DoNotOptimize(team.founded);
+        if (team.histories.size() != 40 || team.retiredNumbers.size() != 3)
+            state.SkipWithError("the team page gave the wrong number of rows");
+    }
+    if (EP_Team::playerUrls().count() != 30)
+        state.SkipWithError("the team page gave the wrong number of roster rows");
+    reportPage(state, page);
+}
+BENCHMARK(BM_EpTeamPage);
+
+void BM_EpPlayerPage(benchmark::State &state)
+{
+    const QString page = epPlayerPage(epCareerRows, epPlayerBytes);
+    for (auto _ : state) {
+        state.PauseTiming();
+        QString text = page;
+        state.ResumeTiming();
+        EP_Player player;
+        player.parsePage(text);
+        benchmark::DoNotOptimize(player.histories.size());
+        if (player.histories.size() != epCareerRows || player.capHit != 1250000)
+            state.SkipWithError("the player page was not read whole");
+    }
+    reportPage(state, page);
+}
+BENCHMARK(BM_EpPlayerPage);
 
 } // namespace
 

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "tests/support/testsupport.h"
+
 #include <QString>
 #include <QStringList>
 
-// Pages of the benchmarks: the hand-written fixture pages, grown to the size of
-// the site's real pages with markup that holds none of the scanners' markers.
+// Pages of the benchmarks: the hand-written fixture pages (read with the tests'
+// fixtureText()), grown to the size of the site's real pages with markup that
+// holds none of the scanners' markers.
 
 // page with filler blocks added until its UTF-8 size reaches targetBytes: two
 // fifths behind <head> (inline scripts and styles), three tenths behind
@@ -18,6 +21,21 @@ QString squadPage(const QString &clubName, const QStringList &playerPaths, qsize
 // A player profile page and a player history page of realistic size.
 QString profilePage(qsizetype targetBytes);
 QString historyPage(qsizetype targetBytes);
+
+// An FMDataba player list page with a row for each profile address, and an
+// FMDataba profile page.
+QString fmdListPage(const QStringList &playerUrls, qsizetype targetBytes);
+QString fmdProfilePage(qsizetype targetBytes);
+
+// An Elite Prospects league page in its standings form, with teams numbered from 1.
+QString epLeaguePage(int teams, qsizetype targetBytes);
+// An Elite Prospects team page with its facts, a roster and a history table of the
+// given numbers of rows, and three retired numbers. The roster's players have the
+// site numbers from firstPlayer on.
+QString epTeamPage(int rosterRows, int historyRows, qsizetype targetBytes, int firstPlayer = 5001);
+// An Elite Prospects player page whose career table has careerRows rows, each with
+// a club and games in both halves.
+QString epPlayerPage(int careerRows, qsizetype targetBytes);
 
 // Peak resident memory of this process so far, in megabytes.
 double peakResidentMegabytes();

@@ -35,6 +35,25 @@ QFile *openCompanionFile(const QFileInfo &info, const QString &suffix)
     return file;
 }
 
+QFile *openCsvFile(QTextStream &stream, const QFileInfo &info, const QString &suffix,
+                   const bool &utf)
+{
+    QFile *file = openCompanionFile(info, suffix);
+    openCsvStream(stream, file, utf);
+    if (file->isOpen())
+        return file;
+    stream.setDevice(nullptr);
+    delete file;
+    return nullptr;
+}
+
+void closeCsvFile(QTextStream &stream, QFile *file)
+{
+    stream.setDevice(nullptr);
+    file->close();
+    delete file;
+}
+
 QString boolToYN(const bool &value)
 {
     return value ? u"Y"_s : u"N"_s;
@@ -43,4 +62,26 @@ QString boolToYN(const bool &value)
 double textToFloat(const QString &text)
 {
     return double(text.toFloat());
+}
+
+bool writeCsvFile(const QFileInfo &info, const QString &suffix, const bool &utf,
+                  const QStringList &titles, const CsvRowWriter &writeRows)
+{
+    QFile *file = openCompanionFile(info, suffix);
+    QTextStream stream;
+    openCsvStream(stream, file, utf);
+    const QChar separator = csvSeparator(utf);
+    if (!file->isOpen()) {
+        // The stream lets go of the file before it is deleted.
+        stream.setDevice(nullptr);
+        delete file;
+        return false;
+    }
+    stream << titles.join(separator) << '\n';
+    writeRows(stream, separator);
+    // Detached first, so that what the stream holds reaches the file before it closes.
+    stream.setDevice(nullptr);
+    file->close();
+    delete file;
+    return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <QtGlobal>
 
 class QPlainTextEdit;
@@ -31,3 +32,11 @@ void appendLog(const QString &line);
 // the list of the next pass now holds, in a column of 6 and followed by unit.
 QString passLine(qsizetype number, const QString &name, const QString &place, qsizetype count,
                  const QString &unit);
+// The same line without the place column.
+QString passLine(qsizetype number, const QString &name, qsizetype count, const QString &unit);
+// The offline report of a league page: its name, made Ascii, and the whole team
+// list as it stands, what earlier pages left in it included.
+void appendLeagueReport(const QString &leagueName, const QStringList &teamUrls);
+// The end of a league pass: drops the repeated team addresses, first ones kept,
+// and says in the log how many went.
+void removeDuplicateTeams(QStringList &teamUrls);

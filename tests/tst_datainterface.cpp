@@ -72,6 +72,20 @@ const QString nationalTeam = TFM_ROOT_URL + u"/brasilien/erweiterterkader/verein
 const QString playerPage = TFM_ROOT_URL + u"/marten-olsbey/profil/spieler/342229"_s;
 const QString epLeague = EP_ROOT_URL + u"/league/nhl"_s;
 
+// The Elite Prospects league pass leaves each line as the page address it asked
+// for: the part behind "/league/" (or the whole line) with the planner's season 2000.
+QStringList askedFor(const QStringList &lines)
+{
+    QStringList addresses;
+    for (const QString &line : lines) {
+        const qsizetype at = line.indexOf(u"/league/"_s);
+        const QString slug = at < 0 ? line : line.mid(at + 8);
+        addresses.append(EP_ROOT_URL + u"/league/"_s + slug
+                         + u"/2000-2001?team-history=complete#team-history"_s);
+    }
+    return addresses;
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Website)
@@ -216,46 +230,48 @@ void TestDataInterface::firstLineChoosesRoad_data()
 
     const QString national2 = TFM_ROOT_URL + u"/x/erweiterterkader/verein/9"_s;
 
-    QTest::newRow("league address")
-        << QStringList{epLeague} << true << QList<int>{1, 2, 3} << QStringList{epLeague} << false;
+    QTest::newRow("league address") << QStringList{epLeague} << true << QList<int>{1, 2, 3}
+                                    << askedFor(QStringList{epLeague}) << false;
     QTest::newRow("league list keeps its duplicates")
         << QStringList{epLeague, epLeague} << true << QList<int>{2, 2, 3}
-        << QStringList{epLeague, epLeague} << false;
+        << askedFor(QStringList{epLeague, epLeague}) << false;
     QTest::newRow("league without player details")
-        << QStringList{epLeague} << false << QList<int>{1, 2} << QStringList{epLeague} << false;
-    QTest::newRow("5-3 is a league address")
-        << QStringList{u"5-3"_s} << true << QList<int>{1, 2, 3} << QStringList{u"5-3"_s} << false;
+        << QStringList{epLeague} << false << QList<int>{1, 2} << askedFor(QStringList{epLeague})
+        << false;
+    QTest::newRow("5-3 is a league address") << QStringList{u"5-3"_s} << true << QList<int>{1, 2, 3}
+                                             << askedFor(QStringList{u"5-3"_s}) << false;
     QTest::newRow("12345 without a dash") << QStringList{u"12345"_s} << true << QList<int>{1, 2, 3}
-                                          << QStringList{u"12345"_s} << false;
+                                          << askedFor(QStringList{u"12345"_s}) << false;
     QTest::newRow("1-2-3 has three parts") << QStringList{u"1-2-3"_s} << true << QList<int>{1, 2, 3}
-                                           << QStringList{u"1-2-3"_s} << false;
+                                           << askedFor(QStringList{u"1-2-3"_s}) << false;
     QTest::newRow("id out of range converts to 0")
         << QStringList{u"1-99999999999"_s} << true << QList<int>{1, 2, 3}
-        << QStringList{u"1-99999999999"_s} << false;
+        << askedFor(QStringList{u"1-99999999999"_s}) << false;
     QTest::newRow("no first id") << QStringList{u"-5"_s} << true << QList<int>{1, 2, 3}
-                                 << QStringList{u"-5"_s} << false;
+                                 << askedFor(QStringList{u"-5"_s}) << false;
     QTest::newRow("no last id") << QStringList{u"5-"_s} << true << QList<int>{1, 2, 3}
-                                << QStringList{u"5-"_s} << false;
+                                << askedFor(QStringList{u"5-"_s}) << false;
     QTest::newRow("letters") << QStringList{u"a-b"_s} << true << QList<int>{1, 2, 3}
-                             << QStringList{u"a-b"_s} << false;
-    QTest::newRow("blank before the ids")
-        << QStringList{u" 1-2"_s} << true << QList<int>{1, 2, 3} << QStringList{u" 1-2"_s} << false;
+                             << askedFor(QStringList{u"a-b"_s}) << false;
+    QTest::newRow("blank before the ids") << QStringList{u" 1-2"_s} << true << QList<int>{1, 2, 3}
+                                          << askedFor(QStringList{u" 1-2"_s}) << false;
     QTest::newRow("one blank is a league address")
-        << QStringList{u" "_s} << true << QList<int>{1, 2, 3} << QStringList{u" "_s} << false;
+        << QStringList{u" "_s} << true << QList<int>{1, 2, 3} << askedFor(QStringList{u" "_s})
+        << false;
     QTest::newRow("blank lines stay")
         << QStringList{QString(), QString()} << true << QList<int>{2, 2, 3}
-        << QStringList{QString(), QString()} << false;
+        << askedFor(QStringList{QString(), QString()}) << false;
     QTest::newRow("empty list") << QStringList() << true << QList<int>{0, 2, 3} << QStringList()
                                 << false;
     QTest::newRow("national marker is case-sensitive")
         << QStringList{EP_ROOT_URL + u"/Erweiterterkader/Verein/1"_s} << true << QList<int>{1, 2, 3}
-        << QStringList{EP_ROOT_URL + u"/Erweiterterkader/Verein/1"_s} << false;
+        << askedFor(QStringList{EP_ROOT_URL + u"/Erweiterterkader/Verein/1"_s}) << false;
     QTest::newRow("player marker is case-sensitive")
         << QStringList{EP_ROOT_URL + u"/Profil/Spieler/1"_s} << true << QList<int>{1, 2, 3}
-        << QStringList{EP_ROOT_URL + u"/Profil/Spieler/1"_s} << false;
+        << askedFor(QStringList{EP_ROOT_URL + u"/Profil/Spieler/1"_s}) << false;
     QTest::newRow("only the first line decides")
         << QStringList{epLeague, nationalTeam, u"1-2"_s} << true << QList<int>{3, 2, 3}
-        << QStringList{epLeague, nationalTeam, u"1-2"_s} << false;
+        << askedFor(QStringList{epLeague, nationalTeam, u"1-2"_s}) << false;
 
     QTest::newRow("interval of one id")
         << QStringList{u"28003-28003"_s, u"x"_s, u"x"_s} << true << QList<int>()
@@ -764,11 +780,14 @@ void TestDataInterface::saveRecordsDispatchesByStoredWebsite()
     const QString name = dir.filePath(u"dispatch_%1.csv"_s.arg(int(stored)));
     QVERIFY(planner.saveRecords(name, false));
 
-    // Only the Transfer Markt export writes its title row into the chosen file.
+    // The Transfer Markt and the FMDataba export each write their own title row
+    // into the chosen file.
     QFile file(name);
-    const bool tfmTitles = file.open(QIODevice::ReadOnly)
-        && file.readLine().startsWith("\xef\xbb\xbfId,NameInUrl,First name,"_ba);
-    QCOMPARE(tfmTitles, stored == TransferMarkt);
+    const QByteArray titles = file.open(QIODevice::ReadOnly) ? file.readLine() : QByteArray();
+    const QByteArray common = "\xef\xbb\xbfId,NameInUrl,First name,Second name,Common name,"
+                              "Complete name,DOB,Nation 1,"_ba;
+    QCOMPARE(titles.startsWith(QByteArray(common + "Nation 2,")), stored == TransferMarkt);
+    QCOMPARE(titles.startsWith(QByteArray(common + "Contract end,")), stored == FMDataba);
 }
 
 void TestDataInterface::saveRecordsAlwaysTrue()

@@ -35,22 +35,6 @@ QString site(const QString &path)
     return TFM_ROOT_URL + path;
 }
 
-QStringList requestedUrls(const FixtureWeb &web)
-{
-    QStringList urls;
-    for (const FixtureWeb::Request &request : web.requests())
-        urls.append(request.url);
-    return urls;
-}
-
-QStringList canonical(const QStringList &urls)
-{
-    QStringList result;
-    for (const QString &url : urls)
-        result.append(FixtureWeb::canonicalUrl(url));
-    return result;
-}
-
 // The log lines of the passes, written out in full: the fields are blank-filled
 // to 6 (numbers, to the right) and to 40 and 35 (names, to the left).
 const QString premierLeagueFive = u"     1.\tPremier League                          \tEngland    "
@@ -173,7 +157,7 @@ void TestTfmPasses::leagueAddressIsRewritten()
     QStringList urls{address};
     QVERIFY(TFM_League::downloadLeagues(records, urls, season));
 
-    QCOMPARE(requestedUrls(web), canonical({requested}));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({requested}));
     QCOMPARE(urls, QStringList{requested});
     QCOMPARE(records.size(), 1);
     QCOMPARE(static_cast<TFM_League *>(records.first())->leagueName, u"Premier League"_s);
@@ -199,7 +183,7 @@ void TestTfmPasses::failingLeagueIsLoggedAndTheRunGoesOn()
     // Both entries are rewritten, the failed one as well.
     QCOMPARE(urls,
              (QStringList{broken + u"/plus/?saison_id=2019"_s, good + u"/plus/?saison_id=2019"_s}));
-    QCOMPARE(requestedUrls(web), canonical(urls));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls(urls));
     QCOMPARE(records.size(), 1);
     QCOMPARE(logLines(log),
              (QStringList{
@@ -322,8 +306,9 @@ void TestTfmPasses::leaguePassSurvivesTheCallersListChanging()
 
     // The pass goes on with the addresses it started with; the emptied list
     // stays empty.
-    QCOMPARE(requestedUrls(web),
-             canonical({first + u"/plus/?saison_id=2023"_s, second + u"/plus/?saison_id=2023"_s}));
+    QCOMPARE(web.requestedUrls(),
+             FixtureWeb::canonicalUrls(
+                 {first + u"/plus/?saison_id=2023"_s, second + u"/plus/?saison_id=2023"_s}));
     QVERIFY(urls.isEmpty());
     QCOMPARE(records.size(), 2);
 }
@@ -340,8 +325,9 @@ void TestTfmPasses::teamPass()
 
     QVERIFY(TFM_Team::downloadTeams(records, {arsenal, missing, chelsea, madrid}));
 
-    QCOMPARE(requestedUrls(web),
-             canonical({site(arsenal), site(missing), site(chelsea), site(madrid)}));
+    QCOMPARE(
+        web.requestedUrls(),
+        FixtureWeb::canonicalUrls({site(arsenal), site(missing), site(chelsea), site(madrid)}));
     QCOMPARE(records.size(), 3);
     QCOMPARE(static_cast<TFM_Team *>(records.at(2))->teamName, u"Real Madrid"_s);
     // A name with its address wider than 40 is not cut; the error line has no
@@ -385,7 +371,7 @@ void TestTfmPasses::teamPassWorksThroughTheListAsItStood()
     });
     TFM_Team::downloadTeams(records, TFM_League::teamUrls());
 
-    QCOMPARE(requestedUrls(web), canonical({site(arsenal), site(madrid)}));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({site(arsenal), site(madrid)}));
     QCOMPARE(TFM_League::teamUrls().size(), 502);
     QCOMPARE(records.size(), 2);
     QCOMPARE(logLines(log).at(1), u"Downloading 2 team page(s)"_s);
@@ -420,7 +406,7 @@ void TestTfmPasses::nationalTeamRoadRunsTheTeamPassOnly()
     QVERIFY(planner.startDownload(TransferMarkt, urls, false));
 
     QCOMPARE(urls, QStringList{path});
-    QCOMPARE(requestedUrls(web), canonical({site(path)}));
+    QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({site(path)}));
     QVERIFY(planner.leagues.isEmpty());
     QCOMPARE(planner.teams.size(), 1);
     QCOMPARE(logLines(log),
@@ -451,8 +437,8 @@ void TestTfmPasses::leagueRoadThroughThePlanner()
     QStringList urls{league};
     planner.startDownload(TransferMarkt, urls, false);
 
-    QCOMPARE(requestedUrls(web),
-             canonical({
+    QCOMPARE(web.requestedUrls(),
+             FixtureWeb::canonicalUrls({
                  league + u"/plus/?saison_id=2019"_s,
                  site(u"/fc-arsenal/leistungsdaten/verein/11"_s),
                  site(u"/fc-everton/leistungsdaten/verein/29"_s),
@@ -565,8 +551,8 @@ void TestTfmPasses::windowDownloadsOneLeague()
     window.downloadPlayerDetailsBox->setChecked(false);
     QTest::mouseClick(window.downloadButton, Qt::LeftButton);
 
-    QCOMPARE(requestedUrls(web),
-             canonical({
+    QCOMPARE(web.requestedUrls(),
+             FixtureWeb::canonicalUrls({
                  league + u"/plus/?saison_id=2019"_s,
                  site(u"/fc-arsenal/leistungsdaten/verein/11"_s),
                  site(u"/fc-everton/leistungsdaten/verein/29"_s),

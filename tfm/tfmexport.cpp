@@ -116,27 +116,6 @@ QFileInfo historyInfo(const QFileInfo &info)
     return QFileInfo(path);
 }
 
-// The chosen file, or its history companion, opened for the stream; null, with
-// nothing left open, when the file can't be written.
-QFile *openExportFile(QTextStream &stream, const QFileInfo &info, const bool &utf)
-{
-    QFile *file = openCompanionFile(info, QString());
-    openCsvStream(stream, file, utf);
-    if (file->isOpen())
-        return file;
-    stream.setDevice(nullptr);
-    delete file;
-    return nullptr;
-}
-
-// Detaches the stream first, so that what it holds reaches the file before it closes.
-void closeFile(QTextStream &stream, QFile *file)
-{
-    stream.setDevice(nullptr);
-    file->close();
-    delete file;
-}
-
 } // namespace
 
 void TFM_Player::writeAscii(QTextStream &stream, const QChar &separator)
@@ -162,19 +141,19 @@ bool TFM_Player::exportPlayers(const QFileInfo &info, const QList<DataWrapper *>
 
     if (historyOnly) {
         // History only: its rows go into the very file that was chosen.
-        historyFile = openExportFile(historyStream, info, utf);
+        historyFile = openCsvFile(historyStream, info, QString(), utf);
         if (!historyFile)
             return false;
     } else {
-        mainFile = openExportFile(mainStream, info, utf);
+        mainFile = openCsvFile(mainStream, info, QString(), utf);
         if (!mainFile)
             return false;
         mainStream << mainTitles().join(separator) << '\n';
 
         if (withHistory) {
-            historyFile = openExportFile(historyStream, historyInfo(info), utf);
+            historyFile = openCsvFile(historyStream, historyInfo(info), QString(), utf);
             if (!historyFile) {
-                closeFile(mainStream, mainFile);
+                closeCsvFile(mainStream, mainFile);
                 return false;
             }
         }
@@ -213,8 +192,8 @@ bool TFM_Player::exportPlayers(const QFileInfo &info, const QList<DataWrapper *>
     }
 
     if (mainFile)
-        closeFile(mainStream, mainFile);
+        closeCsvFile(mainStream, mainFile);
     if (historyFile)
-        closeFile(historyStream, historyFile);
+        closeCsvFile(historyStream, historyFile);
     return true;
 }

@@ -1,9 +1,8 @@
 #include "tfm/tfmleague.h"
 
-#include "core/fetch.h"
+#include "core/leaguepass.h"
 #include "core/scan.h"
 #include "core/sharedstate.h"
-#include "core/values.h"
 
 using namespace Qt::StringLiterals;
 
@@ -126,12 +125,7 @@ void TFM_League::parsePage(QString &text)
 void TFM_League::testReport(QString &text)
 {
     parsePage(text);
-    appendLog(u"--- TESTING LEAGUE WEBPAGE ---"_s);
-    appendLog(u"%1: %2"_s.arg(u"League"_s, toAsciiName(leagueName)));
-    const QStringList urls = teamUrls();
-    appendLog(u"%1: %2"_s.arg(u"Teams"_s, QString::number(urls.size())));
-    for (qsizetype i = 0; i < urls.size(); ++i)
-        appendLog(u"Team %1: %2"_s.arg(QString::number(i + 1), urls.at(i)));
+    appendLeagueReport(leagueName, teamUrls());
 }
 
 QStringList &TFM_League::teamUrls()
@@ -142,33 +136,12 @@ QStringList &TFM_League::teamUrls()
 
 bool TFM_League::downloadLeagues(QList<DataWrapper *> &leagues, QStringList &urls, qint32 season)
 {
-    // The addresses as they stand now; the caller's entries are rewritten by place.
-    const QStringList addresses = urls;
-    appendLog(u"\nDownloading %1 league page(s)"_s.arg(addresses.size()));
-
-    for (qsizetype i = 0; i < addresses.size(); ++i) {
-        const QString address = seasonAddress(addresses.at(i), season);
-        if (i < urls.size())
-            urls[i] = address;
-
-        QString page;
-        if (!fetchPage(page, address, false, nullptr, 0, 1)) {
-            appendLog(u"ERROR: Unable to access %1."_s.arg(address));
-            continue;
-        }
-
-        auto *league = new TFM_League;
-        league->parsePage(page);
-        leagues.append(league);
-        appendLog(passLine(leagues.size(), league->leagueName, league->nation, teamUrls().size(),
-                           u"teams"_s));
-    }
-
-    const qsizetype removed = teamUrls().removeDuplicates();
-    if (removed < 1)
-        appendLog(u"No duplicate teams were found."_s);
-    else
-        appendLog(
-            u"%1 duplicate team(s) have been removed from the downloads list."_s.arg(removed));
+    fetchLeaguePages<TFM_League>(
+        leagues, urls, [season](const QString &entry) { return seasonAddress(entry, season); },
+        [](const TFM_League &league, qsizetype number) {
+            return passLine(number, league.leagueName, league.nation, teamUrls().size(),
+                            u"teams"_s);
+        });
+    removeDuplicateTeams(teamUrls());
     return true;
 }

@@ -655,6 +655,14 @@ QList<FixtureWeb::Request> FixtureWeb::requests() const
     return d->log;
 }
 
+QStringList FixtureWeb::requestedUrls() const
+{
+    QStringList urls;
+    for (const Request &request : d->log)
+        urls.append(request.url);
+    return urls;
+}
+
 int FixtureWeb::requestCount(const QString &url) const
 {
     const QString key = canonicalUrl(url);
@@ -681,6 +689,14 @@ QStringList FixtureWeb::proxyTargets() const
 QList<QPair<QString, QString>> FixtureWeb::proxyLogins() const
 {
     return d->logins;
+}
+
+QStringList FixtureWeb::canonicalUrls(const QStringList &urls)
+{
+    QStringList result;
+    for (const QString &url : urls)
+        result.append(canonicalUrl(url));
+    return result;
 }
 
 QString FixtureWeb::canonicalUrl(const QString &url)

@@ -92,6 +92,8 @@ public:
     void releaseHeld();
 
     QList<Request> requests() const;
+    // The addresses of requests(), in order.
+    QStringList requestedUrls() const;
     int requestCount(const QString &url) const;
     // Also clears proxyTargets() and proxyLogins().
     void clearRequests();
@@ -105,6 +107,7 @@ public:
     // An address in the form routes and Request::url are kept in: host in lower
     // case, "/" for an empty path, percent-encoded, fragment dropped.
     static QString canonicalUrl(const QString &url);
+    static QStringList canonicalUrls(const QStringList &urls);
 
     quint16 proxyPort() const;
     quint16 plainPort() const;

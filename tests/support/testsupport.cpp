@@ -23,6 +23,14 @@ QString fixtureText(const QString &relative)
     return QString::fromUtf8(fixtureBytes(relative));
 }
 
+QByteArray fileBytes(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QByteArrayLiteral("<unreadable>");
+    return file.readAll();
+}
+
 QStringList logLines(const QPlainTextEdit *edit)
 {
     return edit->toPlainText().split(u'\n');

@@ -11,5 +11,7 @@ QString fixturePath(const QString &relative);
 QByteArray fixtureBytes(const QString &relative);
 // A fixture file read as UTF-8 text, as the fetcher hands pages to the scanners.
 QString fixtureText(const QString &relative);
+// The bytes of any file, such as an export; "<unreadable>" when it can't be read.
+QByteArray fileBytes(const QString &path);
 // The lines of a log box.
 QStringList logLines(const QPlainTextEdit *edit);
