@@ -4,7 +4,9 @@
 #include "core/datawrapper.h"
 #include "core/sharedstate.h"
 #include "ep/epleague.h"
+#include "ep/epplayerhistory.h"
 #include "ep/epteam.h"
+#include "ep/epteamhistory.h"
 #include "fmd/fmdleague.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmteam.h"
@@ -58,17 +60,21 @@ QString pageText(const uint8_t *data, size_t size)
     bool olympic = false;
     bool playerData = true;
     bool history = false;
-    if (length > 0 && uint8_t(bytes[0]) < 8) {
+    qint32 season = -1;
+    if (length > 0 && uint8_t(bytes[0]) < 16) {
         const auto options = uint8_t(bytes[0]);
         olympic = options & 1;
         playerData = options & 2;
         history = options & 4;
+        if (options & 8)
+            season = 2023;
         ++bytes;
         --length;
     }
     setIncludeOlympicStats(olympic);
     setIncludePlayerData(playerData);
     setIncludePlayerHistory(history);
+    EP_League::selectedSeason = season;
     return QString::fromUtf8(bytes, length);
 }
 
@@ -81,6 +87,8 @@ void reset()
     EP_Team::playerUrls().clear();
     FMD_League::playerUrls().clear();
     FMD_League::teamUrls().clear();
+    EP_TeamHistory::lastSeason = 0;
+    EP_PlayerHistory::lastYear = 0;
 }
 
 void writeRecord(DataWrapper &record)
