@@ -21,8 +21,11 @@ shift $(($# < 2 ? $# : 2))
 
 names=("$@")
 if [ ${#names[@]} -eq 0 ]; then
+    # The build folder also holds the targets' generated source folders.
     for binary in "$build"/fuzz/fuzz_*; do
-        [ -x "$binary" ] && names+=("$(basename "$binary" | sed 's/^fuzz_//')")
+        if [ -f "$binary" ] && [ -x "$binary" ]; then
+            names+=("$(basename "$binary" | sed 's/^fuzz_//')")
+        fi
     done
 fi
 
