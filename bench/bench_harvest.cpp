@@ -1,7 +1,9 @@
 // Whole harvests fetched one page at a time from the fixture web on loopback,
 // with the fetcher's pacing waits cut to nothing: Transfer Markt, one league, 20
 // clubs and 500 players with their history pages; Elite Prospects, one league,
-// 20 teams and 500 roster rows with their player pages.
+// 20 teams and 500 roster rows with their player pages; and a long Transfer
+// Markt one of 5,000 players that follows the memory and how late a 10 ms timer
+// fires.
 #include "bench/benchpages.h"
 #include "core/constants.h"
 #include "core/datainterface.h"
@@ -22,8 +24,13 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
+#include <QTimer>
 
+#include <algorithm>
+#include <cstdio>
 #include <functional>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -301,6 +308,169 @@ void BM_EpHarvest(benchmark::State &state)
     });
 }
 BENCHMARK(BM_EpHarvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(3);
+
+constexpr int longClubCount = 200;
+constexpr int longPlayerCount = longClubCount * playersPerClub;
+
+// What a harvested player holds on the heap of its own: the object, its texts
+// and its history rows, by their capacities.
+qsizetype recordBytes(const TFM_Player &player)
+{
+    const auto text = [](const QString &s) { return s.capacity() * qsizetype(sizeof(QChar)); };
+    qsizetype bytes = sizeof(TFM_Player);
+    for (const QString *s :
+         {&player.firstName, &player.secondName, &player.commonName, &player.completeName,
+          &player.nation1, &player.nation2, &player.club, &player.onLoanFrom, &player.id,
+          &player.nameInUrl, &player.foot, &player.mainPosition})
+        bytes += text(*s);
+    for (const QString &position : player.otherPositions)
+        bytes += qsizetype(sizeof(QString)) + text(position);
+    bytes += player.history.capacity() * qsizetype(sizeof(TFM_History));
+    for (const TFM_History &row : player.history)
+        bytes += text(row.club) + text(row.season);
+    return bytes;
+}
+
+// 5,000 players of 200 clubs, about 10,000 pages. A 10 ms timer runs all along,
+// as the window's own events would: how late it fires is how long a click
+// waits. After every 1,000 players the peak resident memory is printed.
+// The long harvest's pages, each made and handed to the web as bytes at once, so
+// that the peak memory before the run is not that of 200 squad pages as text.
+void routeLongSite(FixtureWeb &web)
+{
+    QStringList clubs;
+    for (int club = 1; club <= longClubCount; ++club)
+        clubs.append(clubPath(club, u"startseite"_s));
+    web.routeBody(leagueUrl + u"/plus/?saison_id=2023"_s, leaguePage(clubs, leagueBytes).toUtf8());
+    for (int club = 1; club <= longClubCount; ++club) {
+        QStringList players;
+        for (int i = 0; i < playersPerClub; ++i)
+            players.append(playerPath((club - 1) * playersPerClub + i + 1, u"profil"_s));
+        web.routeBody(TFM_ROOT_URL + clubPath(club, u"leistungsdaten"_s),
+                      squadPage(u"Club %1"_s.arg(club), players, squadBytes).toUtf8());
+    }
+    const QByteArray profile = profilePage(profileBytes).toUtf8();
+    const QByteArray history = historyPage(historyBytes).toUtf8();
+    for (int player = 1; player <= longPlayerCount; ++player) {
+        web.routeBody(TFM_ROOT_URL + playerPath(player, u"profil"_s), profile);
+        web.routeBody(TFM_ROOT_URL + playerPath(player, u"detaillierteleistungsdaten"_s), history);
+    }
+}
+
+void BM_LongHarvest(benchmark::State &state)
+{
+    FixtureWeb web;
+    if (!web.start()) {
+        state.SkipWithError("the fixture web could not listen");
+        return;
+    }
+    routeLongSite(web);
+
+    FastWaits fast(0);
+    QPlainTextEdit log;
+    StatusDisplay panel;
+    setLogOutput(&log);
+    setStatusDisplay(&panel);
+    setIncludePlayerData(true);
+    setIncludePlayerHistory(true);
+    setIncludeOlympicStats(false);
+
+    DataInterface data;
+    QObject::connect(&data, &DataInterface::pageCountIncreased, &panel,
+                     &StatusDisplay::incrementPageCountTotal);
+    data.setSeason(2023);
+
+    std::vector<double> lateness;
+    // The three latest ticks, with the count of players done when each came.
+    std::vector<std::pair<double, qsizetype>> latest;
+    std::vector<double> resident;
+    std::vector<double> ownBytes;
+    const auto note = [&](qsizetype done) {
+        resident.push_back(residentMegabytes());
+        qsizetype bytes = 0;
+        for (DataWrapper *record : std::as_const(data.players))
+            bytes += recordBytes(*static_cast<TFM_Player *>(record));
+        ownBytes.push_back(double(bytes) / (1024.0 * 1024.0));
+        std::printf("%6lld players: peak resident %6.1f MB, resident %6.1f MB, records' own "
+                    "%4.1f MB\n",
+                    static_cast<long long>(done), peakResidentMegabytes(), resident.back(),
+                    ownBytes.back());
+        std::fflush(stdout);
+    };
+    QElapsedTimer clock;
+    qint64 last = 0;
+    QTimer tick;
+    tick.setTimerType(Qt::PreciseTimer);
+    tick.setInterval(10);
+    QObject::connect(&tick, &QTimer::timeout, &tick, [&] {
+        const qint64 now = clock.nsecsElapsed();
+        const double late = std::max(0.0, double(now - last) / 1e6 - 10.0);
+        lateness.push_back(late);
+        last = now;
+        // The test web keeps every request it served; that memory is the
+        // bench's, not the program's.
+        web.clearRequests();
+        // The player list is only appended to during the run.
+        const auto done = data.players.size();
+        latest.emplace_back(late, done);
+        std::sort(latest.rbegin(), latest.rend());
+        if (latest.size() > 3)
+            latest.pop_back();
+        if (done >= qsizetype(resident.size() + 1) * 1000)
+            note(done);
+    });
+
+    const double before = peakResidentMegabytes();
+    for (auto _ : state) {
+        // The passes' lists outlive a run.
+        TFM_League::teamUrls().clear();
+        TFM_Team::playerUrls() = PlayerPageList();
+        web.clearRequests();
+        log.clear();
+        panel.start();
+        QStringList urls{leagueUrl};
+        clock.start();
+        last = 0;
+        tick.start();
+
+        data.startDownload(TransferMarkt, urls, true);
+
+        tick.stop();
+        panel.stop();
+        if (data.players.size() >= qsizetype(resident.size() + 1) * 1000)
+            note(data.players.size());
+        if (data.players.size() != longPlayerCount)
+            state.SkipWithError("the harvest did not take in every player");
+    }
+    for (const auto &[late, done] : latest)
+        std::printf("late tick: %5.1f ms, after %lld players\n", late,
+                    static_cast<long long>(done));
+    setLogOutput(nullptr);
+    setStatusDisplay(nullptr);
+
+    std::vector<double> sorted = lateness;
+    std::sort(sorted.begin(), sorted.end());
+    const auto percentile = [&sorted](double p) {
+        if (sorted.empty())
+            return 0.0;
+        return sorted.at(std::min(sorted.size() - 1, size_t(p * double(sorted.size()))));
+    };
+    // Growth of the resident memory from one thousand players to the next, less
+    // what the records of those players hold themselves.
+    double worstGrowth = 0;
+    for (size_t i = 1; i < resident.size(); ++i)
+        worstGrowth = std::max(worstGrowth,
+                               (resident[i] - resident[i - 1]) - (ownBytes[i] - ownBytes[i - 1]));
+
+    state.counters["pages"] = 1 + longClubCount + 2 * longPlayerCount;
+    state.counters["rss_before_MB"] = before;
+    state.counters["rss_peak_MB"] = peakResidentMegabytes();
+    state.counters["growth_MB_per_1000"] = worstGrowth;
+    state.counters["late_max_ms"] = sorted.empty() ? 0.0 : sorted.back();
+    state.counters["late_p99_ms"] = percentile(0.99);
+    state.counters["ticks"] = double(lateness.size());
+}
+BENCHMARK(BM_LongHarvest)->Unit(benchmark::kSecond)->UseRealTime()->Iterations(1);
 
 } // namespace
 

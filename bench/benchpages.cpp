@@ -3,6 +3,9 @@
 #include <QRegularExpression>
 
 #include <sys/resource.h>
+#include <unistd.h>
+
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -209,4 +212,19 @@ double peakResidentMegabytes()
         return 0;
     // Linux gives kilobytes.
     return double(usage.ru_maxrss) / 1024.0;
+}
+
+double residentMegabytes()
+{
+    // The second field of statm: resident pages.
+    std::FILE *statm = std::fopen("/proc/self/statm", "r");
+    if (!statm)
+        return 0;
+    long size = 0;
+    long resident = 0;
+    const int read = std::fscanf(statm, "%ld %ld", &size, &resident);
+    std::fclose(statm);
+    if (read != 2)
+        return 0;
+    return double(resident) * double(sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
 }

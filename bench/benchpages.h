@@ -39,3 +39,5 @@ QString epPlayerPage(int careerRows, qsizetype targetBytes);
 
 // Peak resident memory of this process so far, in megabytes.
 double peakResidentMegabytes();
+// Resident memory of this process now, in megabytes.
+double residentMegabytes();

@@ -20,6 +20,9 @@
 #include <cstring>
 #include <functional>
 #include <memory>
+#include <utility>
+
+#include <sys/socket.h>
 
 using namespace Qt::StringLiterals;
 
@@ -103,6 +106,18 @@ quint8 byteAt(const QByteArray &bytes, qsizetype i)
     return quint8(bytes.at(i));
 }
 
+// Closes with a TCP reset instead of the orderly close: a linger time of zero
+// makes the kernel drop the connection at once.
+void resetSocket(QAbstractSocket *socket)
+{
+    if (!socket || socket->state() == QAbstractSocket::UnconnectedState)
+        return;
+    const linger immediately{1, 0};
+    setsockopt(int(socket->socketDescriptor()), SOL_SOCKET, SO_LINGER, &immediately,
+               sizeof immediately);
+    socket->abort();
+}
+
 } // namespace
 
 class FixtureWeb::Private
@@ -127,6 +142,15 @@ public:
     TlsServer tlsServer;
     QTcpServer plainServer;
     QSslConfiguration originTls;
+    QSslConfiguration untrustedTls;
+    int untrustedLeft = 0;
+    int untrustedAfter = 0;
+    QString untrustedAfterUrl;
+    bool refuseLogins = false;
+    QList<QPair<QPointer<QTcpSocket>, Answer>> held;
+    // The proxy's client connection behind each of its upstream connections,
+    // by the upstream's local port, so that a reset reaches the client.
+    QHash<quint16, QPointer<QTcpSocket>> relayClients;
     QHash<QString, Route> routes;
     QList<Request> log;
     QStringList targets;
@@ -137,7 +161,7 @@ public:
     void serveOrigin(QTcpSocket *socket, const QString &scheme);
     void handleRequest(QTcpSocket *socket, const QString &scheme, const QByteArray &head);
     Answer nextAnswer(const QString &url);
-    static void respond(QTcpSocket *socket, const Answer &answer);
+    void respond(QTcpSocket *socket, const Answer &answer);
 
     void acceptProxyClient(QTcpSocket *client);
     void proceed(QTcpSocket *client, SocksState &state);
@@ -163,7 +187,11 @@ bool FixtureWeb::Private::loadTls()
     const QList<QSslCertificate> origin
         = QSslCertificate::fromData(fixtureBytes(u"tls/server.pem"_s), QSsl::Pem);
     const QSslKey key(fixtureBytes(u"tls/server.key"_s), QSsl::Rsa, QSsl::Pem);
-    if (authority.isEmpty() || origin.isEmpty() || key.isNull()) {
+    const QList<QSslCertificate> untrusted
+        = QSslCertificate::fromData(fixtureBytes(u"tls/untrusted.pem"_s), QSsl::Pem);
+    const QSslKey untrustedKey(fixtureBytes(u"tls/untrusted.key"_s), QSsl::Rsa, QSsl::Pem);
+    if (authority.isEmpty() || origin.isEmpty() || key.isNull() || untrusted.isEmpty()
+        || untrustedKey.isNull()) {
         qWarning("FixtureWeb: the test certificates under tests/fixtures/tls can't be read");
         return false;
     }
@@ -183,6 +211,10 @@ bool FixtureWeb::Private::loadTls()
     // No h2 in ALPN: the client falls back to HTTP/1.1, which is all the
     // origin speaks.
     originTls.setAllowedNextProtocols({});
+
+    untrustedTls = originTls;
+    untrustedTls.setLocalCertificate(untrusted.first());
+    untrustedTls.setPrivateKey(untrustedKey);
     return true;
 }
 
@@ -193,7 +225,12 @@ void FixtureWeb::Private::acceptTls(qintptr handle)
         delete socket;
         return;
     }
-    socket->setSslConfiguration(originTls);
+    if (untrustedLeft > 0) {
+        --untrustedLeft;
+        socket->setSslConfiguration(untrustedTls);
+    } else {
+        socket->setSslConfiguration(originTls);
+    }
     QObject::connect(socket, &QAbstractSocket::errorOccurred, socket,
                      [socket](QAbstractSocket::SocketError error) {
                          if (error != QAbstractSocket::RemoteHostClosedError
@@ -250,11 +287,20 @@ void FixtureWeb::Private::handleRequest(QTcpSocket *socket, const QString &schem
     else
         request.url = canonicalUrl(scheme + u"://"_s + host + QString::fromLatin1(target));
     log.append(request);
+    if (!untrustedAfterUrl.isEmpty() && request.url == untrustedAfterUrl) {
+        untrustedLeft = untrustedAfter;
+        untrustedAfterUrl.clear();
+    }
+    emit q->requestArrived(request.url);
 
     const Answer answer = nextAnswer(request.url);
+    if (answer.hold) {
+        held.append({socket, answer});
+        return;
+    }
     if (answer.delayMilliseconds > 0) {
         QTimer::singleShot(answer.delayMilliseconds, socket,
-                           [socket, answer] { respond(socket, answer); });
+                           [this, socket, answer] { respond(socket, answer); });
         return;
     }
     respond(socket, answer);
@@ -282,6 +328,13 @@ void FixtureWeb::Private::respond(QTcpSocket *socket, const Answer &answer)
         socket->disconnectFromHost();
         return;
     }
+    if (answer.resetConnection) {
+        // The client's side first: resetting the origin's side alone would reach
+        // a proxied client only as the proxy's orderly close.
+        resetSocket(relayClients.take(socket->peerPort()));
+        resetSocket(socket);
+        return;
+    }
 
     QByteArray out = "HTTP/1.1 "_ba + QByteArray::number(answer.status) + ' '
         + reasonPhrase(answer.status) + "\r\n"_ba;
@@ -293,7 +346,7 @@ void FixtureWeb::Private::respond(QTcpSocket *socket, const Answer &answer)
         out += name + ": "_ba + value + "\r\n"_ba;
     out += "Content-Length: "_ba + QByteArray::number(answer.body.size()) + "\r\n"_ba;
     out += "Connection: close\r\n\r\n"_ba;
-    out += answer.body;
+    out += answer.truncateBodyAt >= 0 ? answer.body.left(answer.truncateBodyAt) : answer.body;
     socket->write(out);
     socket->disconnectFromHost();
 }
@@ -355,6 +408,12 @@ void FixtureWeb::Private::proceed(QTcpSocket *client, SocksState &state)
             logins.append({QString::fromUtf8(in.mid(2, userLength)),
                            QString::fromUtf8(in.mid(3 + userLength, passwordLength))});
             in.remove(0, 3 + userLength + passwordLength);
+            if (refuseLogins) {
+                client->write(QByteArray("\x01\x01", 2));
+                state.stage = SocksState::Closed;
+                client->disconnectFromHost();
+                return;
+            }
             client->write(QByteArray("\x01\x00", 2));
             state.stage = SocksState::Request;
             break;
@@ -424,20 +483,28 @@ void FixtureWeb::Private::openUpstream(QTcpSocket *client, const std::shared_ptr
     upstream->setProxy(QNetworkProxy::NoProxy);
     state->upstream = upstream;
 
-    QObject::connect(upstream, &QAbstractSocket::connected, client, [client, upstream, state] {
-        if (state->stage != SocksState::Connecting)
-            return;
-        client->write(socksReply('\x00'));
-        state->stage = SocksState::Relaying;
-        if (!state->buffer.isEmpty()) {
-            upstream->write(state->buffer);
-            state->buffer.clear();
-        }
+    QObject::connect(upstream, &QAbstractSocket::connected, client,
+                     [this, client, upstream, state] {
+                         if (state->stage != SocksState::Connecting)
+                             return;
+                         relayClients.insert(upstream->localPort(), client);
+                         client->write(socksReply('\x00'));
+                         state->stage = SocksState::Relaying;
+                         if (!state->buffer.isEmpty()) {
+                             upstream->write(state->buffer);
+                             state->buffer.clear();
+                         }
+                     });
+    // A client that was reset takes nothing more.
+    QObject::connect(upstream, &QIODevice::readyRead, client, [client, upstream] {
+        const QByteArray bytes = upstream->readAll();
+        if (client->isOpen())
+            client->write(bytes);
     });
-    QObject::connect(upstream, &QIODevice::readyRead, client,
-                     [client, upstream] { client->write(upstream->readAll()); });
     QObject::connect(upstream, &QAbstractSocket::disconnected, client, [client, upstream, state] {
-        client->write(upstream->readAll());
+        const QByteArray bytes = upstream->readAll();
+        if (client->isOpen())
+            client->write(bytes);
         if (state->stage != SocksState::Closed) {
             state->stage = SocksState::Closed;
             client->disconnectFromHost();
@@ -554,6 +621,33 @@ void FixtureWeb::routeRedirect(const QString &url, const QString &location, int 
 void FixtureWeb::clearRoutes()
 {
     d->routes.clear();
+    d->untrustedLeft = 0;
+    d->untrustedAfterUrl.clear();
+    d->refuseLogins = false;
+}
+
+void FixtureWeb::presentUntrustedCertificate(int count, const QString &afterUrl)
+{
+    if (afterUrl.isEmpty()) {
+        d->untrustedLeft = count;
+        return;
+    }
+    d->untrustedAfter = count;
+    d->untrustedAfterUrl = canonicalUrl(afterUrl);
+}
+
+void FixtureWeb::releaseHeld()
+{
+    const auto held = std::exchange(d->held, {});
+    for (const auto &[socket, answer] : held) {
+        if (socket)
+            d->respond(socket, answer);
+    }
+}
+
+void FixtureWeb::setProxyRefusesLogins(bool refuse)
+{
+    d->refuseLogins = refuse;
 }
 
 QList<FixtureWeb::Request> FixtureWeb::requests() const

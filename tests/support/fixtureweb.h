@@ -37,6 +37,16 @@ public:
         QList<QPair<QByteArray, QByteArray>> headers;
         // Hold the answer back this long after the request has arrived.
         int delayMilliseconds = 0;
+        // Reset the connection (TCP RST) as soon as the request is in, without
+        // a byte of answer. Through the proxy, the client's own connection to
+        // the proxy is reset as well.
+        bool resetConnection = false;
+        // Send the headers with the whole body's Content-Length, then only this
+        // many bytes of the body, and close: a body cut short. -1 sends it all.
+        qsizetype truncateBodyAt = -1;
+        // Keep the answer back until releaseHeld(): the client waits as long as
+        // the test wants, with no clock involved.
+        bool hold = false;
     };
 
     // One request as the origin received it.
@@ -67,7 +77,19 @@ public:
     void routeSequence(const QString &url, const QList<Answer> &answers);
     // A 3xx answer that sends the client on to location.
     void routeRedirect(const QString &url, const QString &location, int status = 302);
+    // Also ends the faults below.
     void clearRoutes();
+
+    // The next count TLS connections show a certificate for the same hosts that
+    // no authority of the tests signed: the client refuses it during the
+    // handshake, before it sends its request. With afterUrl, the count starts
+    // once a request for that address has come in.
+    void presentUntrustedCertificate(int count, const QString &afterUrl = QString());
+    // While set, the SOCKS5 proxy answers every login with a refusal and closes.
+    void setProxyRefusesLogins(bool refuse);
+
+    // Sends every answer held back so far.
+    void releaseHeld();
 
     QList<Request> requests() const;
     // The addresses of requests(), in order.
@@ -91,6 +113,10 @@ public:
     quint16 plainPort() const;
     // "http://127.0.0.1:<port>" + path
     QString plainUrl(const QString &path) const;
+
+signals:
+    // A request has come in, in the form of Request::url; emitted before it is answered.
+    void requestArrived(const QString &url);
 
 private:
     class Private;

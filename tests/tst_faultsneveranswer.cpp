@@ -1,0 +1,141 @@
+#include "app/identity.h"
+#include "app/mainwindow.h"
+#include "core/constants.h"
+#include "core/website.h"
+#include "tests/support/fixtureweb.h"
+#include "tests/support/harvestsite.h"
+#include "tests/support/testsupport.h"
+#include "tests/support/windowsandbox.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSettings>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+// A server that takes the connection and the request and never answers. The
+// fetcher sets no time-out by design, so the pass waits for as long as the user
+// lets it; closing the window is the way out. It ends the application's event
+// loop, every wait returns at once, the run unwinds to its last line and the
+// window is destroyed as at any other end, with its settings and "log.txt".
+// Each row runs the application's event loop anew.
+namespace {
+
+QString site(const QString &path)
+{
+    return TFM_ROOT_URL + path;
+}
+
+const QString leagueAddress = HarvestSite::leagueAddress();
+const QString leagueUrl = HarvestSite::leagueUrl();
+
+} // namespace
+
+class TestFaultsNeverAnswer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void closeTheWindowWhileAPassWaitsForever_data();
+    void closeTheWindowWhileAPassWaitsForever();
+
+private:
+    WindowSandbox sandbox;
+    FixtureWeb web;
+    std::unique_ptr<FastWaits> fast;
+};
+
+void TestFaultsNeverAnswer::initTestCase()
+{
+    QLocale::setDefault(QLocale::c());
+    setApplicationIdentity();
+    QVERIFY(sandbox.enter());
+    QVERIFY(web.start());
+    fast = std::make_unique<FastWaits>();
+}
+
+void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever_data()
+{
+    QTest::addColumn<QString>("silentPage");
+    QTest::addColumn<bool>("history");
+    // The line that the pass wrote last before the page that never came.
+    QTest::addColumn<QString>("lastLine");
+    QTest::newRow("league pass") << leagueUrl << false << u"Downloading 1 league page(s)"_s;
+    QTest::newRow("team pass") << site(HarvestSite::betaPath()) << false << u"FC Alpha"_s;
+    QTest::newRow("player pass") << site(u"/ederson/profil/spieler/4711"_s) << false
+                                 << u"Jan Smith player data"_s;
+    QTest::newRow("history pass") << site(u"/jan-smith/detaillierteleistungsdaten/spieler/12345"_s)
+                                  << true << u"Jan Smith player data"_s;
+}
+
+void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever()
+{
+    QFETCH(QString, silentPage);
+    QFETCH(bool, history);
+    QFETCH(QString, lastLine);
+
+    HarvestSite::startAfresh(web);
+    FixtureWeb::Answer silent;
+    silent.hold = true;
+    web.route(silentPage, silent);
+    QFile::remove(u"log.txt"_s);
+
+    auto window = std::make_unique<MainWindow>();
+    window->websiteBox->setCurrentIndex(TransferMarkt);
+    window->seasonBox->setValue(2023);
+    window->downloadPlayerDetailsBox->setChecked(true);
+    window->includePlayerDataBox->setChecked(true);
+    window->includePlayerHistoryBox->setChecked(history);
+    window->urlInput->setPlainText(leagueAddress);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+
+    // The user gives up on the silent page and closes the window, through the
+    // wait's own event loop as a click on the title bar's button would.
+    const QString silentKey = FixtureWeb::canonicalUrl(silentPage);
+    QMetaObject::Connection once;
+    once = connect(&web, &FixtureWeb::requestArrived, window.get(), [&](const QString &url) {
+        if (url != silentKey)
+            return;
+        disconnect(once);
+        QTimer::singleShot(0, window.get(), [&] { window->windowHandle()->close(); });
+    });
+    bool runReturned = false;
+    QTimer::singleShot(0, window.get(), [&] {
+        window->downloadButton->click();
+        runReturned = true;
+    });
+
+    QCOMPARE(QCoreApplication::exec(), 0);
+
+    QVERIFY(runReturned);
+    QCOMPARE(web.requestCount(silentPage), 1);
+    QVERIFY(!window->isVisible());
+    const QStringList lines = logLines(window->logBox);
+    QCOMPARE(lines.mid(lines.size() - 3),
+             (QStringList{u"----- PROCESS COMPLETE -----"_s, QString(), QString()}));
+    QVERIFY2(window->logBox->toPlainText().contains(lastLine), qPrintable(lines.join(u'\n')));
+
+    window.reset();
+
+    QFile log(u"log.txt"_s);
+    QVERIFY(log.open(QIODevice::ReadOnly));
+    const QByteArray written = log.readAll();
+    QVERIFY(written.contains(lastLine.toLatin1()));
+    QVERIFY(written.trimmed().endsWith("----- PROCESS COMPLETE -----"));
+    QCOMPARE(QSettings().value(u"website"_s).toInt(), int(TransferMarkt));
+    QCOMPARE(QSettings().value(u"include_player_history"_s).toBool(), history);
+}
+
+QTEST_MAIN(TestFaultsNeverAnswer)
+#include "tst_faultsneveranswer.moc"

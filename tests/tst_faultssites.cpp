@@ -1,0 +1,301 @@
+#include "app/identity.h"
+#include "app/mainwindow.h"
+#include "core/constants.h"
+#include "core/website.h"
+#include "ep/epleague.h"
+#include "ep/epteam.h"
+#include "fmd/fmdleague.h"
+#include "tests/support/dialogs.h"
+#include "tests/support/fixtureweb.h"
+#include "tests/support/fmdsite.h"
+#include "tests/support/harvestsite.h"
+#include "tests/support/testsupport.h"
+#include "tests/support/windowsandbox.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+// The network faults of the Transfer Markt drills, on one page of each pass of
+// the Elite Prospects and FMDataba harvests. Each run is held to the same run
+// without the fault: a page that fails adds exactly its pass's error line for
+// that address, a page that is odd but whole adds none, the run ends with its
+// last line, the records harvested stay and Save As writes them.
+namespace {
+
+enum class Site { EliteProspects, FMDataba };
+enum class Outcome { Fails, TakenIn };
+
+QString ep(const QString &path)
+{
+    return EP_ROOT_URL + path;
+}
+
+// One page of a pass that the fault hits: the address the pass asks for, what
+// its error line names, the fixture it stands for, and the page requested just
+// before it (for a certificate shown to the faulty page's connection alone).
+struct FaultyPage
+{
+    Site site;
+    QString url;
+    QString named;
+    QString fixture;
+    QString before;
+};
+
+QByteArray fiftyMegabytes()
+{
+    const QByteArray line = "lorem ipsum dolor sit amet consectetur adipiscing elit\n"_ba;
+    return line.repeated(50 * 1024 * 1024 / line.size() + 1);
+}
+
+QStringList errorLines(const QStringList &lines)
+{
+    QStringList errors;
+    for (const QString &line : lines) {
+        if (line.startsWith(u"ERROR"_s))
+            errors.append(line);
+    }
+    return errors;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Site)
+Q_DECLARE_METATYPE(Outcome)
+Q_DECLARE_METATYPE(FaultyPage)
+Q_DECLARE_METATYPE(FixtureWeb::Answer)
+
+class TestFaultsSites : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void faultyPage_data();
+    void faultyPage();
+
+private:
+    struct Run
+    {
+        QStringList log;
+        qsizetype players = 0;
+        QByteArray saved;
+    };
+    Run harvest(Site site);
+
+    WindowSandbox sandbox;
+    FixtureWeb web;
+    std::unique_ptr<FastWaits> fast;
+};
+
+void TestFaultsSites::initTestCase()
+{
+    QLocale::setDefault(QLocale::c());
+    setApplicationIdentity();
+    QVERIFY(sandbox.enter());
+    QVERIFY(web.start());
+}
+
+void TestFaultsSites::init()
+{
+    HarvestSite::startAfresh(web);
+    EP_League::teamUrls().clear();
+    EP_Team::playerUrls() = PlayerPageList();
+    FMD_League::playerUrls().clear();
+    FMD_League::teamUrls().clear();
+    web.routeFile(ep(u"/league/test-liiga/2023-2024?team-history=complete"_s),
+                  u"ep/harvest_league.html"_s);
+    web.routeFile(ep(u"/team/101/kiekko-karhut/2023-2024"_s), u"ep/harvest_team_karhut.html"_s);
+    web.routeFile(ep(u"/team/202/jaa-sudet/2023-2024"_s), u"ep/harvest_team_sudet.html"_s);
+    web.routeFile(ep(u"/player/8001/mattias-ekstrom-lindqvist"_s), u"ep/player_skater.html"_s);
+    web.routeFile(ep(u"/player/9102/jean-luc-tremblay"_s), u"ep/player_two_nations.html"_s);
+    // His row on the second roster, which is asked for when the first roster fails.
+    web.routeFile(ep(u"/player/9102/JEAN-LUC-TREMBLAY"_s), u"ep/player_two_nations.html"_s);
+    web.routeFile(ep(u"/player/5123/henrik-vesterinen"_s), u"ep/player_goalkeeper.html"_s);
+    web.routeFile(ep(u"/player/6006/ola-nordmann"_s), u"ep/player_no_statistics.html"_s);
+    web.routeFile(ep(u"/player/7007/sidorenko"_s), u"ep/player_one_name.html"_s);
+    FmdSite::route(web);
+    fast = std::make_unique<FastWaits>();
+}
+
+void TestFaultsSites::cleanup()
+{
+    fast.reset();
+    QCOMPARE(pendingDialogAnswers(), 0);
+}
+
+// One harvest through the window, then Save As: the log, the player records and
+// the players' file.
+TestFaultsSites::Run TestFaultsSites::harvest(Site site)
+{
+    EP_League::teamUrls().clear();
+    EP_Team::playerUrls() = PlayerPageList();
+    FMD_League::playerUrls().clear();
+    FMD_League::teamUrls().clear();
+    web.clearRequests();
+
+    MainWindow window;
+    window.websiteBox->setCurrentIndex(site == Site::EliteProspects ? EliteProspects : FMDataba);
+    window.seasonBox->setValue(2023);
+    window.downloadPlayerDetailsBox->setChecked(true);
+    window.asciiButton->setChecked(true);
+    window.urlInput->setPlainText(
+        site == Site::EliteProspects ? ep(u"/league/faulty-liiga\n"_s) + ep(u"/league/test-liiga"_s)
+                                     : FmdSite::listUrl(u"best-players"_s));
+    QTest::mouseClick(window.downloadButton, Qt::LeftButton);
+
+    Run run;
+    run.log = logLines(window.logBox);
+    run.players = window.dataInterface.players.size();
+    const QString chosen = sandbox.filePath(u"drill.csv"_s);
+    const QString players
+        = site == Site::EliteProspects ? sandbox.filePath(u"drill_players.csv"_s) : chosen;
+    QFile::remove(players);
+    saveThroughWindow(window, chosen);
+    QFile file(players);
+    if (file.open(QIODevice::ReadOnly))
+        run.saved = file.readAll();
+    return run;
+}
+
+void TestFaultsSites::faultyPage_data()
+{
+    QTest::addColumn<FaultyPage>("page");
+    QTest::addColumn<FixtureWeb::Answer>("answer");
+    QTest::addColumn<bool>("redirectLoop");
+    QTest::addColumn<bool>("untrusted");
+    QTest::addColumn<Outcome>("outcome");
+
+    // The first league address of the Elite Prospects input is one of its own.
+    const QString faultyLeague = ep(u"/league/faulty-liiga/2023-2024?team-history=complete"_s);
+    const QList<QPair<FaultyPage, const char *>> pages = {
+        {{Site::EliteProspects, faultyLeague, faultyLeague, u"ep/harvest_league.html"_s, {}},
+         "Elite Prospects league"},
+        {{Site::EliteProspects, ep(u"/team/101/kiekko-karhut/2023-2024"_s),
+          ep(u"/team/101/kiekko-karhut/2023-2024"_s), u"ep/harvest_team_karhut.html"_s,
+          ep(u"/league/test-liiga/2023-2024?team-history=complete"_s)},
+         "Elite Prospects team"},
+        {{Site::EliteProspects, ep(u"/player/5123/henrik-vesterinen"_s),
+          ep(u"/player/5123/henrik-vesterinen"_s), u"ep/player_goalkeeper.html"_s,
+          ep(u"/player/404/missing-player"_s)},
+         "Elite Prospects player"},
+        {{Site::FMDataba, FmdSite::listUrl(u"best-players/1"_s),
+          FmdSite::listUrl(u"best-players/1"_s), u"fmd/list_middle.html"_s,
+          FmdSite::listUrl(u"best-players"_s)},
+         "FMDataba list walk"},
+        {{Site::FMDataba, FmdSite::playerUrl(1002, u"tom-keeper"_s),
+          FmdSite::playerUrl(1002, u"tom-keeper"_s), u"fmd/profile_goalkeeper.html"_s,
+          FmdSite::playerUrl(1001, u"jan-smith"_s)},
+         "FMDataba player"},
+    };
+    for (const auto &[page, name] : pages) {
+        const QByteArray good = fixtureBytes(page.fixture);
+        auto row = [name = name](const char *fault) {
+            return &QTest::newRow(
+                qPrintable(u"%1: %2"_s.arg(QLatin1StringView(name), QLatin1StringView(fault))));
+        };
+        FixtureWeb::Answer answer;
+
+        answer = {};
+        answer.body = good;
+        answer.truncateBodyAt = good.size() / 2;
+        *row("closed in the middle of the body")
+            << page << answer << false << false << Outcome::Fails;
+        answer = {};
+        answer.resetConnection = true;
+        *row("reset before any answer") << page << answer << false << false << Outcome::Fails;
+        answer = {};
+        answer.body = fiftyMegabytes();
+        *row("body of 50 MB") << page << answer << false << false << Outcome::TakenIn;
+        answer = {};
+        answer.body = QByteArray(64, '\0');
+        *row("body of zero bytes only") << page << answer << false << false << Outcome::Fails;
+        answer = {};
+        answer.body = "\xff\xfe\xc3("_ba + good + "\xed\xa0\x80\xc0\xaf"_ba;
+        *row("invalid UTF-8") << page << answer << false << false << Outcome::TakenIn;
+        answer = {};
+        answer.body = "\xef\xbb\xbf"_ba + good;
+        *row("byte-order mark in front") << page << answer << false << false << Outcome::TakenIn;
+        answer = {};
+        answer.status = 500;
+        answer.body = "<html><body>Internal trouble</body></html>"_ba;
+        *row("500 with a body") << page << answer << false << false << Outcome::Fails;
+        answer = {};
+        answer.status = 404;
+        answer.body = "<html><body>No such page</body></html>"_ba;
+        *row("404 with a body") << page << answer << false << false << Outcome::Fails;
+        answer = {};
+        answer.status = 302;
+        answer.location
+            = (page.url.left(page.url.indexOf(u'/', 8)) + u"/nowhere/to/be/found"_s).toUtf8();
+        answer.contentType.clear();
+        *row("redirect to a missing page") << page << answer << false << false << Outcome::Fails;
+        *row("redirect loop") << page << FixtureWeb::Answer() << true << false << Outcome::Fails;
+        answer = {};
+        answer.body = good;
+        *row("untrusted certificate") << page << answer << false << true << Outcome::Fails;
+    }
+}
+
+void TestFaultsSites::faultyPage()
+{
+    QFETCH(FaultyPage, page);
+    QFETCH(FixtureWeb::Answer, answer);
+    QFETCH(bool, redirectLoop);
+    QFETCH(bool, untrusted);
+    QFETCH(Outcome, outcome);
+
+    // Without the fault, the page is the fixture it stands for.
+    web.routeFile(page.url, page.fixture);
+    const Run plain = harvest(page.site);
+    QVERIFY(plain.players > 0);
+
+    if (redirectLoop) {
+        const QString other = page.url.left(page.url.indexOf(u'/', 8)) + u"/round/and/round"_s;
+        web.routeRedirect(page.url, other);
+        web.routeRedirect(other, page.url);
+    } else {
+        web.route(page.url, answer);
+    }
+    if (untrusted)
+        web.presentUntrustedCertificate(1, page.before);
+    const Run faulty = harvest(page.site);
+
+    QCOMPARE(faulty.log.mid(faulty.log.size() - 3),
+             (QStringList{u"----- PROCESS COMPLETE -----"_s, QString(), QString()}));
+    QStringList added = errorLines(faulty.log);
+    for (const QString &line : errorLines(plain.log))
+        added.removeOne(line);
+    if (outcome == Outcome::Fails) {
+        QCOMPARE(added.size(), 1);
+        QVERIFY2(added.first().startsWith(u"ERROR: Unable to access "_s + page.named),
+                 qPrintable(added.first()));
+    } else {
+        QVERIFY2(added.isEmpty(), qPrintable(added.join(u'\n')));
+    }
+    if (untrusted)
+        QCOMPARE(web.requestCount(page.url), 0);
+
+    // The records of the other pages stay, and Save As writes them.
+    QVERIFY(faulty.players > 0);
+    QVERIFY(faulty.players >= plain.players - 3);
+    QVERIFY(faulty.saved.startsWith("\xef\xbb\xbf"));
+    QVERIFY(faulty.saved.count('\n') >= 2);
+}
+
+QTEST_MAIN(TestFaultsSites)
+#include "tst_faultssites.moc"

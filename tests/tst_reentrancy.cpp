@@ -1,0 +1,194 @@
+#include "app/identity.h"
+#include "app/mainwindow.h"
+#include "core/constants.h"
+#include "core/website.h"
+#include "proxy/proxy.h"
+#include "tests/support/dialogs.h"
+#include "tests/support/fixtureweb.h"
+#include "tests/support/harvestsite.h"
+#include "tests/support/testsupport.h"
+#include "tests/support/windowsandbox.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+// Every control that stays live during a run, pressed while a pass stands still
+// in the fetcher's wait for a page: the two test buttons (which free the
+// records the run is filling), the proxy's "Test" (a fetch inside the fetch),
+// the season box, the website box, the text format, the option boxes, and the
+// test buttons once more with the options changed. Nothing may fault, and the
+// run ends as any other.
+namespace {
+
+QString site(const QString &path)
+{
+    return TFM_ROOT_URL + path;
+}
+
+const QString leagueUrl = HarvestSite::leagueUrl();
+const QString alphaPath = HarvestSite::alphaPath();
+const QString smithProfilePath = HarvestSite::smithProfilePath();
+const QString smithHistoryPath = HarvestSite::smithHistoryPath();
+const QByteArray echoedAddress = "203.0.113.7"_ba;
+
+} // namespace
+
+class TestReentrancy : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void pressEveryLiveControlWhileAPassWaits_data();
+    void pressEveryLiveControlWhileAPassWaits();
+
+private:
+    void pressEverything(MainWindow &window);
+
+    WindowSandbox sandbox;
+    FixtureWeb web;
+    std::unique_ptr<FastWaits> fast;
+};
+
+void TestReentrancy::initTestCase()
+{
+    QLocale::setDefault(QLocale::c());
+    setApplicationIdentity();
+    QVERIFY(sandbox.enter());
+    QVERIFY(web.start());
+}
+
+void TestReentrancy::init()
+{
+    HarvestSite::startAfresh(web);
+    fast = std::make_unique<FastWaits>();
+    web.routeBody(IP_ECHO_URL, echoedAddress);
+}
+
+void TestReentrancy::cleanup()
+{
+    fast.reset();
+    web.releaseHeld();
+    QCOMPARE(pendingDialogAnswers(), 0);
+}
+
+void TestReentrancy::pressEverything(MainWindow &window)
+{
+    auto testButton = [](QPushButton *button, const QString &fixture) {
+        answerNextFileDialog(fixturePath(fixture));
+        QTest::mouseClick(button, Qt::LeftButton);
+    };
+    testButton(window.testLeagueButton, u"tfm/harvest_league.html"_s);
+    testButton(window.testTeamButton, u"tfm/harvest_team_beta.html"_s);
+
+    // The proxy's test sets the fixture's own proxy again, so the run's later
+    // pages still reach the fixture web.
+    window.proxy->enabledBox->setChecked(true);
+    window.proxy->hostEdit->setText(u"127.0.0.1"_s);
+    window.proxy->portEdit->setText(QString::number(web.proxyPort()));
+    QTest::mouseClick(window.proxy->testButton, Qt::LeftButton);
+
+    window.seasonBox->setValue(2019);
+    window.utfButton->setChecked(true);
+    window.downloadPlayerDetailsBox->setChecked(false);
+    window.includeOlympicStatsBox->setChecked(true);
+    window.includePlayerDataBox->setChecked(false);
+    window.includePlayerHistoryBox->setChecked(true);
+
+    // The tests copy the changed options into the running pass, and run the
+    // scanners of other sites on top of it.
+    testButton(window.testLeagueButton, u"tfm/league_clublinks.html"_s);
+    window.websiteBox->setCurrentIndex(EliteProspects);
+    testButton(window.testTeamButton, u"tfm/harvest_team_alpha.html"_s);
+    testButton(window.testLeagueButton, u"tfm/harvest_league.html"_s);
+    window.websiteBox->setCurrentIndex(FMDataba);
+    testButton(window.testTeamButton, u"tfm/harvest_team_alpha.html"_s);
+    testButton(window.testLeagueButton, u"tfm/harvest_league.html"_s);
+    window.websiteBox->setCurrentIndex(TransferMarkt);
+    window.includePlayerDataBox->setChecked(true);
+    testButton(window.testTeamButton, u"tfm/harvest_team_beta.html"_s);
+}
+
+void TestReentrancy::pressEveryLiveControlWhileAPassWaits_data()
+{
+    QTest::addColumn<QString>("heldPage");
+    QTest::addColumn<bool>("history");
+    QTest::newRow("league pass") << leagueUrl << false;
+    QTest::newRow("team pass") << site(alphaPath) << false;
+    QTest::newRow("player pass") << site(smithProfilePath) << false;
+    QTest::newRow("history pass") << site(smithHistoryPath) << true;
+}
+
+void TestReentrancy::pressEveryLiveControlWhileAPassWaits()
+{
+    QFETCH(QString, heldPage);
+    QFETCH(bool, history);
+
+    // The page stays unanswered until every control has been pressed.
+    FixtureWeb::Answer held;
+    held.body
+        = fixtureBytes(history                           ? u"tfm/harvest_history_smith.html"_s
+                           : heldPage == leagueUrl       ? u"tfm/harvest_league.html"_s
+                           : heldPage == site(alphaPath) ? u"tfm/harvest_team_alpha.html"_s
+                                                         : u"tfm/harvest_player_smith.html"_s);
+    held.hold = true;
+    web.route(heldPage, held);
+
+    MainWindow window;
+    window.websiteBox->setCurrentIndex(TransferMarkt);
+    window.seasonBox->setValue(2023);
+    window.asciiButton->setChecked(true);
+    window.downloadPlayerDetailsBox->setChecked(true);
+    window.includePlayerDataBox->setChecked(true);
+    window.includePlayerHistoryBox->setChecked(history);
+    window.includeOlympicStatsBox->setChecked(false);
+    window.urlInput->setPlainText(site(u"/testland-premier-liga/startseite/wettbewerb/TL1"_s));
+
+    bool pressed = false;
+    const QString canonicalHeld = FixtureWeb::canonicalUrl(heldPage);
+    connect(&web, &FixtureWeb::requestArrived, &window, [&](const QString &url) {
+        if (pressed || url != canonicalHeld)
+            return;
+        pressed = true;
+        // Out of the server's handler first: the presses run in the fetcher's wait.
+        QTimer::singleShot(0, &window, [&] {
+            pressEverything(window);
+            web.releaseHeld();
+        });
+    });
+    QTest::mouseClick(window.downloadButton, Qt::LeftButton);
+
+    QVERIFY(pressed);
+    QCOMPARE(web.requestCount(heldPage), 1);
+    const QStringList lines = logLines(window.logBox);
+    QCOMPARE(lines.mid(lines.size() - 3),
+             (QStringList{u"----- PROCESS COMPLETE -----"_s, QString(), QString()}));
+    QVERIFY(lines.count(u"--- TESTING LEAGUE WEBPAGE ---"_s) >= 2);
+    QVERIFY(lines.count(u"--- TESTING TEAM ROSTER WEBPAGE ---"_s) >= 2);
+    QVERIFY(lines.contains(u"Your IP address: "_s + QString::fromLatin1(echoedAddress)));
+    // The run ends in the finished state, whatever the tests did on the way.
+    QVERIFY(!window.downloadButton->isEnabled());
+    QVERIFY(window.saveButton->isEnabled());
+
+    // Whatever the records are now, Save As writes them.
+    QVERIFY(
+        saveThroughWindow(window, sandbox.filePath(u"after.csv"_s)).startsWith("\xef\xbb\xbfId\t"));
+}
+
+QTEST_MAIN(TestReentrancy)
+#include "tst_reentrancy.moc"
