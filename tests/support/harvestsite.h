@@ -27,8 +27,22 @@ void route(FixtureWeb &web);
 void startAfresh(FixtureWeb &web);
 } // namespace HarvestSite
 
+// The Elite Prospects league of the harvest fixtures for the season 2023: two
+// teams and their players' pages, the one player on both rosters under either
+// spelling of his address.
+namespace EpHarvestSite {
+// As the user pastes it, and as the league pass asks for it (less the fragment).
+QString leagueAddress();
+QString leagueUrl();
+QString karhutUrl();
+QString skaterUrl();
+void route(FixtureWeb &web);
+} // namespace EpHarvestSite
+
 // Empties the Transfer Markt passes' address lists, which outlive a run.
 void clearTfmLists();
+// The same for the Elite Prospects and FMDataba passes.
+void clearEpAndFmdLists();
 
 // Save As through the window's own dialog, to path: the bytes it wrote there,
 // or a null array when it wrote nothing.
