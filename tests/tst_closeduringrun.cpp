@@ -1,9 +1,9 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/website.h"
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 #include "tfm/tfmteam.h"
@@ -47,10 +47,7 @@ private:
 
 void TestCloseDuringRun::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
     fast = std::make_unique<FastWaits>();
 }
 

@@ -9,6 +9,8 @@
 #include "fmd/fmdleague.h"
 #include "fmd/fmdplayer.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
+#include "tests/support/logcapture.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmplayer.h"
 #include "tfm/tfmteam.h"
@@ -16,7 +18,6 @@
 #include <QComboBox>
 #include <QFile>
 #include <QLocale>
-#include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -57,15 +58,6 @@ QStringList sorted(QStringList list)
 {
     list.sort();
     return list;
-}
-
-void clearSiteLists()
-{
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
-    EP_League::teamUrls().clear();
-    EP_Team::playerUrls() = PlayerPageList();
-    FMD_League::playerUrls().clear();
 }
 
 const QString nationalTeam = TFM_ROOT_URL + u"/brasilien/erweiterterkader/verein/3439"_s;
@@ -145,7 +137,7 @@ private slots:
 private:
     FixtureWeb web;
     std::unique_ptr<FastWaits> fastWaits;
-    std::unique_ptr<QPlainTextEdit> log;
+    LogCapture log;
     QTemporaryDir dir;
 };
 
@@ -154,14 +146,11 @@ void TestDataInterface::initTestCase()
     QLocale::setDefault(QLocale::c());
     QVERIFY(web.start());
     fastWaits = std::make_unique<FastWaits>(1);
-    log = std::make_unique<QPlainTextEdit>();
-    setLogOutput(log.get());
     QVERIFY(dir.isValid());
 }
 
 void TestDataInterface::cleanupTestCase()
 {
-    setLogOutput(nullptr);
     clearSiteLists();
 }
 
@@ -171,8 +160,7 @@ void TestDataInterface::init()
     setIncludeOlympicStats(false);
     setIncludePlayerData(true);
     setIncludePlayerHistory(false);
-    web.clearRoutes();
-    web.clearRequests();
+    resetFixtureWeb(web);
     log->clear();
 }
 

@@ -1,4 +1,3 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/datainterface.h"
@@ -9,6 +8,7 @@
 #include "ep/epteam.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -89,10 +89,7 @@ private:
 
 void TestEpHarvest::initTestCase()
 {
-    setApplicationIdentity();
-    QLocale::setDefault(QLocale::c());
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
     fast = std::make_unique<FastWaits>();
 }
 
@@ -100,11 +97,8 @@ void TestEpHarvest::init()
 {
     QLocale::setDefault(QLocale::c());
     // The passes' address lists outlive a run; each test starts from empty ones.
-    EP_League::teamUrls().clear();
-    EP_Team::playerUrls() = PlayerPageList();
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    clearSiteLists();
+    resetFixtureWeb(web);
     routeSite();
 }
 

@@ -1,10 +1,10 @@
 #include "core/constants.h"
 #include "core/sharedstate.h"
 #include "ep/epleague.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
-#include <QPlainTextEdit>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -25,11 +25,10 @@ class TestEpLeague : public QObject
     Q_OBJECT
 
 private:
-    QPlainTextEdit *log = nullptr;
+    LogCapture log;
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
     void init();
 
     void freshRecord();
@@ -52,15 +51,6 @@ void TestEpLeague::initTestCase()
     QCOMPARE(EP_League::selectedSeason, -1);
     QVERIFY(EP_League::teamUrls().isEmpty());
     QLocale::setDefault(QLocale::c());
-    log = new QPlainTextEdit;
-    setLogOutput(log);
-}
-
-void TestEpLeague::cleanupTestCase()
-{
-    setLogOutput(nullptr);
-    delete log;
-    log = nullptr;
 }
 
 void TestEpLeague::init()
@@ -245,7 +235,7 @@ void TestEpLeague::testReport()
     EP_League league;
     QString text = fixtureText(u"ep/"_s + fixture);
     league.testReport(text);
-    QCOMPARE(logLines(log), lines);
+    QCOMPARE(log.lines(), lines);
 }
 
 void TestEpLeague::testReportCountsWhatEarlierPagesLeft()
@@ -257,7 +247,7 @@ void TestEpLeague::testReportCountsWhatEarlierPagesLeft()
     league.testReport(text);
     // The name is made Ascii for the report: its lone Latin-1 letter turns into a
     // replacement character, and the comma and semicolon go.
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  u"--- TESTING LEAGUE WEBPAGE ---"_s,
                  u"League: Liga \uFFFD Sur"_s,

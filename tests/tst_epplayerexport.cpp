@@ -1,7 +1,6 @@
 #include "ep/epplayer.h"
 #include "tests/support/testsupport.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QLocale>
 #include <QTemporaryDir>
@@ -57,11 +56,6 @@ struct Records
     Records(const Records &) = delete;
     Records &operator=(const Records &) = delete;
 };
-
-QStringList filesIn(const QString &folder)
-{
-    return QDir(folder).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
-}
 
 // A record with every field of the player layout set.
 void fill(EP_Player &player)

@@ -1,4 +1,3 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/datainterface.h"
@@ -12,6 +11,8 @@
 #include "status/statusdisplay.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -19,7 +20,6 @@
 #include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
@@ -129,11 +129,9 @@ private slots:
     void testLeaguePagePressedDuringThePlayerPass();
 
 private:
-    QStringList logLines() const;
-
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
-    std::unique_ptr<QPlainTextEdit> log;
+    LogCapture log;
     std::unique_ptr<StatusDisplay> panel;
     QList<DataWrapper *> players;
     WindowSandbox sandbox;
@@ -141,27 +139,20 @@ private:
 
 void TestEpPlayerPass::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
     fast = std::make_unique<FastWaits>();
-    log = std::make_unique<QPlainTextEdit>();
     panel = std::make_unique<StatusDisplay>();
 }
 
 void TestEpPlayerPass::init()
 {
-    setLogOutput(log.get());
+    setLogOutput(log.box());
     setStatusDisplay(panel.get());
     log->clear();
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    resetFixtureWeb(web);
     FetchTesting::clearWaitsSeen();
     EP_PlayerHistory::lastYear = 0;
-    EP_League::teamUrls().clear();
-    EP_Team::playerUrls() = PlayerPageList();
+    clearSiteLists();
 
     web.routeFile(playerUrl(skaterSlug), u"ep/player_skater.html"_s);
     web.routeFile(playerUrl(tremblaySlug), u"ep/player_two_nations.html"_s);
@@ -177,14 +168,8 @@ void TestEpPlayerPass::cleanup()
 
 void TestEpPlayerPass::cleanupTestCase()
 {
-    setLogOutput(nullptr);
     setStatusDisplay(nullptr);
     EP_Team::playerUrls() = PlayerPageList();
-}
-
-QStringList TestEpPlayerPass::logLines() const
-{
-    return log->toPlainText().split(u'\n');
 }
 
 void TestEpPlayerPass::readSide_data()
@@ -300,7 +285,7 @@ void TestEpPlayerPass::twoRosters()
     addTwoRosters(list);
     QVERIFY(EP_Player::downloadPlayers(players, list));
 
-    QCOMPARE(logLines(), twoRostersLog);
+    QCOMPARE(log.lines(), twoRostersLog);
     // No page for either row of the player on two rosters, whatever the letter case.
     QCOMPARE(
         web.requestedUrls(),
@@ -321,7 +306,7 @@ void TestEpPlayerPass::threeRowsOfOneSlug()
     addRow(list, skaterSlug, u"3"_s, u"C"_s, true);
     QVERIFY(EP_Player::downloadPlayers(players, list));
 
-    QCOMPARE(logLines(),
+    QCOMPARE(log.lines(),
              QStringList({u"3 duplicate players(s) have been removed from the downloads list."_s,
                           QString(), u"Downloading 3 player(s)"_s}));
     QVERIFY(web.requests().isEmpty());
@@ -334,7 +319,7 @@ void TestEpPlayerPass::emptyList()
 {
     PlayerPageList list;
     QVERIFY(EP_Player::downloadPlayers(players, list));
-    QCOMPARE(logLines(), QStringList({QString(), u"Downloading 0 player(s)"_s}));
+    QCOMPARE(log.lines(), QStringList({QString(), u"Downloading 0 player(s)"_s}));
     QVERIFY(players.isEmpty());
     QVERIFY(web.requests().isEmpty());
 }
@@ -345,7 +330,7 @@ void TestEpPlayerPass::withoutLogOutput()
     PlayerPageList list;
     addTwoRosters(list);
     const bool result = EP_Player::downloadPlayers(players, list);
-    setLogOutput(log.get());
+    setLogOutput(log.box());
 
     QVERIFY(result);
     QCOMPARE(summaries(players), twoRostersRecords);
@@ -370,7 +355,7 @@ void TestEpPlayerPass::plannerAnnouncesEveryRow()
     QCOMPARE(web.requests().size(), 3);
     QCOMPARE(summaries(planner.players), twoRostersRecords);
     QCOMPARE(EP_Team::playerUrls().count(), 0);
-    const QStringList lines = logLines();
+    const QStringList lines = log.lines();
     QCOMPARE(lines.mid(lines.size() - twoRostersLog.size()), twoRostersLog);
 
     // Without player details the rosters stay for the next run.
@@ -412,7 +397,7 @@ void TestEpPlayerPass::recordsClearedAndListGrowsDuringWait()
     // The records were gone: nothing was scanned or logged for them, and no
     // further page was asked for.
     QCOMPARE(web.requestedUrls(), QStringList({playerUrl(skaterSlug)}));
-    QCOMPARE(logLines(), QStringList({QString(), u"Downloading 3 player(s)"_s}));
+    QCOMPARE(log.lines(), QStringList({QString(), u"Downloading 3 player(s)"_s}));
     QVERIFY(players.isEmpty());
     // The rows added meanwhile go with the rest.
     QCOMPARE(list.count(), 0);

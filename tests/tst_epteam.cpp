@@ -3,10 +3,10 @@
 #include "core/sharedstate.h"
 #include "ep/epteam.h"
 #include "ep/playerpageentry.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
-#include <QPlainTextEdit>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -78,11 +78,10 @@ class TestEpTeam : public QObject
     Q_OBJECT
 
 private:
-    QPlainTextEdit *log = nullptr;
+    LogCapture log;
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
     void init();
 
     void freshRecordsAndEntries();
@@ -124,15 +123,6 @@ void TestEpTeam::initTestCase()
     QVERIFY(EP_Team::playerUrls().entries.isEmpty());
     QCOMPARE(&EP_Team::playerUrls(), &EP_Team::playerUrls());
     QLocale::setDefault(QLocale::c());
-    log = new QPlainTextEdit;
-    setLogOutput(log);
-}
-
-void TestEpTeam::cleanupTestCase()
-{
-    setLogOutput(nullptr);
-    delete log;
-    log = nullptr;
 }
 
 void TestEpTeam::init()
@@ -687,7 +677,7 @@ void TestEpTeam::testReport()
     EP_Team team;
     QString text = fixtureText(u"ep/"_s + fixture);
     team.testReport(text);
-    QCOMPARE(logLines(log), lines);
+    QCOMPARE(log.lines(), lines);
 }
 
 void TestEpTeam::testReportCountsEarlierEntries()
@@ -701,13 +691,13 @@ void TestEpTeam::testReportCountsEarlierEntries()
     QString text = u"<title>Elite Prospects - A %2 B</title>Team Facts"
                    u"<span>Full name</span><span class=\"value\">%1 Full</span>"_s;
     team.testReport(text);
-    QCOMPARE(logLines(log).mid(1, 3),
+    QCOMPARE(log.lines().mid(1, 3),
              (QStringList{
                  u"ASCII names: A %2 B (%1 Full)"_s,
                  u"UTF names: A %2 B (%1 Full)"_s,
                  u"City: "_s,
              }));
-    QCOMPARE(logLines(log).at(6), u"Player entries: 3"_s);
+    QCOMPARE(log.lines().at(6), u"Player entries: 3"_s);
 }
 
 QTEST_MAIN(TestEpTeam)

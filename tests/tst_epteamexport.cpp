@@ -4,7 +4,6 @@
 #include "tests/support/testsupport.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <QTemporaryDir>
@@ -17,14 +16,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QByteArray bom = "\xEF\xBB\xBF";
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<unreadable>");
-    return file.readAll();
-}
 
 // The title lines of the three files with the separator of the mode.
 QByteArray clubsTitle(const char *s)
@@ -238,9 +229,9 @@ void TestEpTeamExport::noRecordsGiveTitleLinesOnly()
     QVERIFY(EP_Team::saveTeams(QFileInfo(dir.filePath(u"data.csv"_s)), teams, utf));
 
     const char *s = separator.constData();
-    QCOMPARE(readFile(dir.filePath(u"data_clubs.csv"_s)), bom + clubsTitle(s));
-    QCOMPARE(readFile(dir.filePath(u"data_club_histories.csv"_s)), bom + historiesTitle(s));
-    QCOMPARE(readFile(dir.filePath(u"data_retired_numbers.csv"_s)), bom + retiredTitle(s));
+    QCOMPARE(fileBytes(dir.filePath(u"data_clubs.csv"_s)), bom + clubsTitle(s));
+    QCOMPARE(fileBytes(dir.filePath(u"data_club_histories.csv"_s)), bom + historiesTitle(s));
+    QCOMPARE(fileBytes(dir.filePath(u"data_retired_numbers.csv"_s)), bom + retiredTitle(s));
     // The three files and nothing else: not the chosen name.
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files, QDir::Name),
              (QStringList{u"data_club_histories.csv"_s, u"data_clubs.csv"_s,
@@ -300,15 +291,15 @@ void TestEpTeamExport::rowsOfEveryTeamInListOrder()
     EP_Team::saveTeams(QFileInfo(dir.filePath(u"out.csv"_s)), teams, true);
     qDeleteAll(teams);
 
-    QCOMPARE(readFile(dir.filePath(u"out_clubs.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"out_clubs.csv"_s)),
              bom + clubsTitle("\t") + "B Team\tB Full\tX\t1900\tRed\nA Team\t\t\t0\t\n");
-    QCOMPARE(readFile(dir.filePath(u"out_club_histories.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"out_club_histories.csv"_s)),
              bom + historiesTitle("\t")
                  + "B Team\tLiga; \xC3\x91\t2020\t2\t52\t30\t2\t15\t3\t3\t170\t130\t97\t"
                    "Lost, Final \xC3\xB8\t\n"
                    "B Team\tLiga; \xC3\x91\t2019\t2\t52\t30\t2\t15\t3\t3\t170\t130\t97\t"
                    "Lost, Final \xC3\xB8\t\n");
-    QCOMPARE(readFile(dir.filePath(u"out_retired_numbers.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"out_retired_numbers.csv"_s)),
              bom + retiredTitle("\t")
                  + "B Team\t7\tBj\xC3\xB8rn\tD\xC3\xA6hlie, Jr.\n"
                    "A Team\t33\tBj\xC3\xB8rn\tD\xC3\xA6hlie, Jr.\n");
@@ -326,8 +317,8 @@ void TestEpTeamExport::fileThatCannotBeOpenedIsSkipped()
     qDeleteAll(teams);
 
     QVERIFY(QFileInfo(dir.filePath(u"data_clubs.csv"_s)).isDir());
-    QCOMPARE(readFile(dir.filePath(u"data_club_histories.csv"_s)), bom + historiesTitle(","));
-    QCOMPARE(readFile(dir.filePath(u"data_retired_numbers.csv"_s)), bom + retiredTitle(","));
+    QCOMPARE(fileBytes(dir.filePath(u"data_club_histories.csv"_s)), bom + historiesTitle(","));
+    QCOMPARE(fileBytes(dir.filePath(u"data_retired_numbers.csv"_s)), bom + retiredTitle(","));
 }
 
 void TestEpTeamExport::folderThatDoesNotExist()
@@ -350,9 +341,9 @@ void TestEpTeamExport::recordOfAnotherKind()
     QVERIFY(dir.isValid());
     EP_Team::saveTeams(QFileInfo(dir.filePath(u"data.csv"_s)), teams, false);
     qDeleteAll(teams);
-    QCOMPARE(readFile(dir.filePath(u"data_clubs.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"data_clubs.csv"_s)),
              bom + clubsTitle(",") + "DataWrapper base class called (ASCII)\nT,F,C,1,K\n");
-    QCOMPARE(readFile(dir.filePath(u"data_club_histories.csv"_s)), bom + historiesTitle(","));
+    QCOMPARE(fileBytes(dir.filePath(u"data_club_histories.csv"_s)), bom + historiesTitle(","));
 }
 
 QTEST_MAIN(TestEpTeamExport)

@@ -1,4 +1,3 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/datainterface.h"
@@ -9,6 +8,8 @@
 #include "status/statusdisplay.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -18,7 +19,6 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QLocale>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -59,14 +59,6 @@ QList<int> announced(const QSignalSpy &spy)
     return counts;
 }
 
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<unreadable>");
-    return file.readAll();
-}
-
 // The pass lines written out in full: numbers right-aligned in 6, names
 // left-aligned in 40.
 const QString testlandThree = u"     1.\tTestland Hockey League                  \t     3 teams"_s;
@@ -87,7 +79,7 @@ private:
     WindowSandbox sandbox;
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
-    QPlainTextEdit *log = nullptr;
+    LogCapture log;
     StatusDisplay *panel = nullptr;
     QList<DataWrapper *> records;
 
@@ -121,19 +113,13 @@ private slots:
 
 void TestEpTeamPasses::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
-    log = new QPlainTextEdit;
+    QVERIFY(startFixtureHarness(sandbox, web));
     panel = new StatusDisplay;
 }
 
 void TestEpTeamPasses::cleanupTestCase()
 {
-    setLogOutput(nullptr);
     setStatusDisplay(nullptr);
-    delete log;
     delete panel;
 }
 
@@ -141,17 +127,14 @@ void TestEpTeamPasses::init()
 {
     // The address lists and the stored seasons live as long as the process; each
     // test starts afresh.
-    EP_League::teamUrls().clear();
+    clearSiteLists();
     EP_League::selectedSeason = -1;
-    EP_Team::playerUrls() = PlayerPageList();
     EP_TeamHistory::lastSeason = 0;
     QLocale::setDefault(QLocale::c());
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    resetFixtureWeb(web);
     fast = std::make_unique<FastWaits>();
     log->clear();
-    setLogOutput(log);
+    setLogOutput(log.box());
     setStatusDisplay(panel);
     panel->reset();
     panel->start();
@@ -223,7 +206,7 @@ void TestEpTeamPasses::leagueAddress()
     QCOMPARE(urls, QStringList{requested});
     QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({requested}));
     QCOMPARE(records.size(), 1);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 1 league page(s)"_s,
@@ -247,7 +230,7 @@ void TestEpTeamPasses::twoLinesForOneLeague()
     QCOMPARE(web.requestCount(address), 2);
     QCOMPARE(urls, (QStringList{address, address}));
     QCOMPARE(records.size(), 2);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 2 league page(s)"_s,
@@ -272,7 +255,7 @@ void TestEpTeamPasses::failingLeaguePage()
     QCOMPARE(urls, (QStringList{broken, good}));
     QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls(urls));
     QCOMPARE(records.size(), 1);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 2 league page(s)"_s,
@@ -303,7 +286,7 @@ void TestEpTeamPasses::emptyLeagueList()
     EP_League::teamUrls() = earlier;
     QStringList urls;
     QVERIFY(EP_League::downloadLeagues(records, urls, 2019));
-    QCOMPARE(logLines(log), (QStringList{QString(), u"Downloading 0 league page(s)"_s, last}));
+    QCOMPARE(log.lines(), (QStringList{QString(), u"Downloading 0 league page(s)"_s, last}));
     QVERIFY(web.requests().isEmpty());
     QVERIFY(records.isEmpty());
     QCOMPARE(EP_League::selectedSeason, 2019);
@@ -338,7 +321,7 @@ void TestEpTeamPasses::teamPass()
     QCOMPARE(records.size(), 3);
     QCOMPARE(static_cast<EP_Team *>(records.at(1))->teamName, u"Bergen Bears"_s);
     // The error line has no full stop; the count is the running total of all rosters.
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 4 team page(s)"_s,
@@ -362,7 +345,7 @@ void TestEpTeamPasses::teamPassOfNoAddress()
                                          QString(), false, false);
     QStringList urls;
     QVERIFY(EP_Team::downloadTeams(records, urls));
-    QCOMPARE(logLines(log), (QStringList{QString(), u"Downloading 0 team page(s)"_s}));
+    QCOMPARE(log.lines(), (QStringList{QString(), u"Downloading 0 team page(s)"_s}));
     QVERIFY(web.requests().isEmpty());
     QVERIFY(records.isEmpty());
     QCOMPARE(EP_Team::playerUrls().count(), 1);
@@ -384,8 +367,8 @@ void TestEpTeamPasses::teamPassWorksThroughTheListAsItStood()
     QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({oslo, bergen, oslo}));
     QCOMPARE(EP_League::teamUrls().size(), 303);
     QCOMPARE(records.size(), 3);
-    QCOMPARE(logLines(log).at(1), u"Downloading 3 team page(s)"_s);
-    QCOMPARE(logLines(log).at(4),
+    QCOMPARE(log.lines().at(1), u"Downloading 3 team page(s)"_s);
+    QCOMPARE(log.lines().at(4),
              u"     3.\tOslo Hawks                              \t     8 players"_s);
 }
 
@@ -425,7 +408,7 @@ void TestEpTeamPasses::teamListCarriesOverIntoASecondRun()
     QCOMPARE(EP_League::teamUrls(),
              (QStringList{oslo, bergen, tromso, stavanger, narvik, drammen}));
     QCOMPARE(EP_Team::playerUrls().count(), 15);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 1 league page(s)"_s,
@@ -509,7 +492,7 @@ void TestEpTeamPasses::windowDownloadAndSave()
     // The chosen name gets no file of its own.
     QVERIFY(!QFile::exists(outDir.filePath(u"harvest.csv"_s)));
     for (const QString &file : {u"clubs"_s, u"club_histories"_s, u"retired_numbers"_s}) {
-        const QByteArray written = readFile(outDir.filePath(u"harvest_%1.csv"_s.arg(file)));
+        const QByteArray written = fileBytes(outDir.filePath(u"harvest_%1.csv"_s.arg(file)));
         const QByteArray expected
             = fixtureBytes(u"ep/expected/harvest_%1_%2.csv"_s.arg(file, mode));
         QVERIFY2(!expected.isEmpty(), qPrintable(file));

@@ -1,4 +1,3 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/fetch.h"
@@ -7,12 +6,12 @@
 #include "status/statusdisplay.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
 #include "tests/support/windowsandbox.h"
 
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
-#include <QLocale>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
@@ -96,16 +95,12 @@ private slots:
 
 void TestFetch::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
 }
 
 void TestFetch::init()
 {
-    web.clearRoutes();
-    web.clearRequests();
+    resetFixtureWeb(web);
     fast = std::make_unique<FastWaits>();
     panel = std::make_unique<StatusDisplay>();
     setStatusDisplay(panel.get());

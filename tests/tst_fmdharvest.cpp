@@ -1,4 +1,3 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/website.h"
 #include "fmd/fmdleague.h"
@@ -6,6 +5,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/fmdsite.h"
+#include "tests/support/harness.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -62,10 +62,7 @@ private:
 
 void TestFmdHarvest::initTestCase()
 {
-    setApplicationIdentity();
-    QLocale::setDefault(QLocale::c());
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
     fast = std::make_unique<FastWaits>();
 }
 
@@ -74,9 +71,7 @@ void TestFmdHarvest::init()
     QLocale::setDefault(QLocale::c());
     // The pass's address list outlives a run; each test starts from an empty one.
     FMD_League::playerUrls().clear();
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    resetFixtureWeb(web);
     FmdSite::route(web);
 }
 

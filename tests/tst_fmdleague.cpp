@@ -1,9 +1,9 @@
 #include "core/sharedstate.h"
 #include "fmd/fmdleague.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
-#include <QPlainTextEdit>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -24,11 +24,10 @@ class TestFmdLeague : public QObject
     Q_OBJECT
 
 private:
-    QPlainTextEdit *log = nullptr;
+    LogCapture log;
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
     void init();
 
     void freshRecord();
@@ -51,15 +50,6 @@ private slots:
 void TestFmdLeague::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
-    log = new QPlainTextEdit;
-    setLogOutput(log);
-}
-
-void TestFmdLeague::cleanupTestCase()
-{
-    setLogOutput(nullptr);
-    delete log;
-    log = nullptr;
 }
 
 void TestFmdLeague::init()
@@ -242,7 +232,7 @@ void TestFmdLeague::testReport()
     QString text = fixtureText(u"fmd/list_middle.html"_s);
     FMD_League league;
     league.testReport(text);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  u"--- TESTING LEAGUE WEBPAGE ---"_s,
                  u"League: "_s,
@@ -262,7 +252,7 @@ void TestFmdLeague::testReportCountsWhatEarlierPagesLeft()
     league.leagueName = u"Primera Divisi\u00f3n, Sur"_s;
     league.testReport(middle);
     // Neither cleared nor made unique; the name goes through the Ascii rule.
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  u"--- TESTING LEAGUE WEBPAGE ---"_s,
                  u"League: Primera Divisi\uFFFDn Sur"_s,
@@ -280,7 +270,7 @@ void TestFmdLeague::testReportWithoutLog()
     setLogOutput(nullptr);
     QString text = fixtureText(u"fmd/list_first.html"_s);
     FMD_League().testReport(text);
-    setLogOutput(log);
+    setLogOutput(log.box());
     QCOMPARE(FMD_League::playerUrls().size(), 3);
 }
 

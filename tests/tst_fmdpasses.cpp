@@ -7,11 +7,12 @@
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/fmdsite.h"
+#include "tests/support/harness.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 
 #include <QLineEdit>
 #include <QLocale>
-#include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -58,7 +59,7 @@ class TestFmdPasses : public QObject
 private:
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
-    QPlainTextEdit *log = nullptr;
+    LogCapture log;
     StatusDisplay *panel = nullptr;
     QList<DataWrapper *> records;
 
@@ -94,15 +95,12 @@ void TestFmdPasses::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
     QVERIFY(web.start());
-    log = new QPlainTextEdit;
     panel = new StatusDisplay;
 }
 
 void TestFmdPasses::cleanupTestCase()
 {
-    setLogOutput(nullptr);
     setStatusDisplay(nullptr);
-    delete log;
     delete panel;
 }
 
@@ -110,12 +108,11 @@ void TestFmdPasses::init()
 {
     // The address list lives as long as the process; each test starts afresh.
     FMD_League::playerUrls().clear();
-    web.clearRoutes();
-    web.clearRequests();
+    resetFixtureWeb(web);
     FmdSite::route(web);
     fast = std::make_unique<FastWaits>();
     log->clear();
-    setLogOutput(log);
+    setLogOutput(log.box());
     setStatusDisplay(panel);
     panel->reset();
     panel->start();
@@ -153,7 +150,7 @@ void TestFmdPasses::listOfThreePages()
     QCOMPARE(records.size(), 1);
     QCOMPARE(static_cast<FMD_League *>(records.first())->leagueName, premierLeague);
     QVERIFY(static_cast<FMD_League *>(records.first())->nation.isNull());
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{QString(), u"Downloading 1 league page(s)"_s, premierLeagueSix}));
     // One further page announced for each next link followed; no pause.
     QCOMPARE(panel->pageCountTotal, 2u);
@@ -173,7 +170,7 @@ void TestFmdPasses::listWithoutPageClause()
     QCOMPARE(urls, QStringList{listUrl(u"best-goalkeepers/1"_s)});
     QCOMPARE(FMD_League::playerUrls(),
              (QStringList{playerUrl(1002, u"tom-keeper"_s), playerUrl(1007, u"ghost-keeper"_s)}));
-    QCOMPARE(logLines(log).last(), leagueLine(1, premierLeague, 2));
+    QCOMPARE(log.lines().last(), leagueLine(1, premierLeague, 2));
     QCOMPARE(panel->pageCountTotal, 1u);
 }
 
@@ -219,13 +216,13 @@ void TestFmdPasses::pageNumberRules()
         QCOMPARE(FMD_League::playerUrls().size(), 2);
         QCOMPARE(records.size(), 1);
         QVERIFY(urls.first().isNull());
-        QCOMPARE(logLines(log).last(), leagueLine(1, premierLeague, 2));
+        QCOMPARE(log.lines().last(), leagueLine(1, premierLeague, 2));
     } else {
         // Nothing found in this run: no record and no progress line.
         QVERIFY(FMD_League::playerUrls().isEmpty());
         QVERIFY(records.isEmpty());
         QCOMPARE(urls, QStringList{address});
-        QCOMPARE(logLines(log), (QStringList{QString(), u"Downloading 1 league page(s)"_s}));
+        QCOMPARE(log.lines(), (QStringList{QString(), u"Downloading 1 league page(s)"_s}));
     }
 }
 
@@ -238,7 +235,7 @@ void TestFmdPasses::failingFirstPageOfAnEmptyRun()
     QCOMPARE(web.requestedUrls(), canonical({gone}));
     QVERIFY(records.isEmpty());
     // With the full stop of this pass.
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{QString(), u"Downloading 1 league page(s)"_s,
                           u"ERROR: Unable to access %1."_s.arg(gone)}));
     QCOMPARE(urls, QStringList{gone});
@@ -257,7 +254,7 @@ void TestFmdPasses::failingLaterPage()
              canonical({listUrl(u"best-players"_s), listUrl(u"best-players/1"_s)}));
     QCOMPARE(urls, QStringList{listUrl(u"best-players/1"_s)});
     QCOMPARE(FMD_League::playerUrls(), FmdSite::playerUrls().mid(0, 3));
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{QString(), u"Downloading 1 league page(s)"_s,
                           u"ERROR: Unable to access %1."_s.arg(listUrl(u"best-players/1"_s)),
                           leagueLine(1, premierLeague, 3)}));
@@ -272,7 +269,7 @@ void TestFmdPasses::playerOnTwoLists()
 
     // Tom Keeper stands on both lists and once in the end; the new goalkeeper is appended.
     QCOMPARE(FMD_League::playerUrls(), FmdSite::playerUrls());
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{QString(), u"Downloading 2 league page(s)"_s, premierLeagueSix,
                           leagueLine(2, premierLeague, 7)}));
     QCOMPARE(records.size(), 2);
@@ -290,7 +287,7 @@ void TestFmdPasses::recordKeptOnceAnyListFoundAPlayer()
     // The empty element makes no request.
     QCOMPARE(web.requestedUrls(),
              canonical({gone, listUrl(u"best-goalkeepers"_s), listUrl(u"best-goalkeepers/1"_s)}));
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{QString(), u"Downloading 3 league page(s)"_s,
                           u"ERROR: Unable to access %1."_s.arg(gone), leagueLine(1, QString(), 1),
                           leagueLine(2, QString(), 1), leagueLine(3, premierLeague, 3)}));
@@ -309,7 +306,7 @@ void TestFmdPasses::pageOfAnotherLayout()
     // No rows; the walk goes on to the first link with a title that is left.
     const QString winter = u"https://fmdataba.com/19/news/14/winter-update"_s;
     QCOMPARE(web.requestedUrls(), canonical({news, winter}));
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{QString(), u"Downloading 1 league page(s)"_s,
                           u"ERROR: Unable to access %1."_s.arg(winter)}));
     QVERIFY(records.isEmpty());
@@ -331,7 +328,7 @@ void TestFmdPasses::duplicatesGoAtTheEndOfTheList()
     QCOMPARE(FMD_League::playerUrls(),
              (QStringList{playerUrl(2001, u"ola-berg"_s), playerUrl(2001, u"Ola-Berg"_s), QString(),
                           u"a=\"x"_s}));
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{QString(), u"Downloading 1 league page(s)"_s,
                           u"ERROR: Unable to access %1."_s.arg(strikers + u"/3"_s),
                           leagueLine(1, u"Otherland First Division"_s, 4)}));
@@ -356,7 +353,7 @@ void TestFmdPasses::walkHasNoLimitOfItsOwn()
     QCOMPARE(web.requestCount(loop), 12);
     QCOMPARE(panel->pageCountTotal, 11u);
     QCOMPARE(FMD_League::playerUrls().size(), 2);
-    QCOMPARE(logLines(log).at(2), u"ERROR: Unable to access %1."_s.arg(loop));
+    QCOMPARE(log.lines().at(2), u"ERROR: Unable to access %1."_s.arg(loop));
 }
 
 void TestFmdPasses::playerPass()
@@ -369,7 +366,7 @@ void TestFmdPasses::playerPass()
     QCOMPARE(web.requestedUrls(), canonical(urls));
     // No full stop behind this pass's error, and the counter counts successes only.
     QCOMPARE(
-        logLines(log),
+        log.lines(),
         (QStringList{QString(), u"Downloading 4 unique player page(s)"_s, u"     1.\tJan Smith"_s,
                      u"ERROR: Unable to access https://fmdataba.com/19/p/1007/ghost-keeper/"_s,
                      u"     2.\tTom Keeper"_s, u"     3.\tEderzito"_s}));
@@ -394,7 +391,7 @@ void TestFmdPasses::playerPassOfNoAddress()
 {
     QVERIFY(FMD_Player::downloadPlayers(records, QStringList(), false));
     QVERIFY(records.isEmpty());
-    QCOMPARE(logLines(log), (QStringList{QString(), u"Downloading 0 unique player page(s)"_s}));
+    QCOMPARE(log.lines(), (QStringList{QString(), u"Downloading 0 unique player page(s)"_s}));
     QVERIFY(web.requests().isEmpty());
 }
 
@@ -443,7 +440,7 @@ void TestFmdPasses::playerWithoutATitle()
     web.routeBody(url, "<html><body>Maintenance</body></html>");
     FMD_Player::downloadPlayers(records, QStringList{url}, false);
     QCOMPARE(records.size(), 1);
-    QCOMPARE(logLines(log).last(), u"     1.\t "_s);
+    QCOMPARE(log.lines().last(), u"     1.\t "_s);
     QCOMPARE(dynamic_cast<FMD_Player *>(records.first())->id, u"1010"_s);
 }
 
@@ -471,7 +468,7 @@ void TestFmdPasses::playerPassWalksTheLiveList()
     QCOMPARE(web.requestedUrls(),
              canonical({playerUrl(1001, u"jan-smith"_s), playerUrl(1002, u"tom-keeper"_s)}));
     QCOMPARE(records.size(), 2);
-    QCOMPARE(logLines(log).mid(1),
+    QCOMPARE(log.lines().mid(1),
              (QStringList{u"Downloading 1 unique player page(s)"_s, u"     1.\tJan Smith"_s,
                           u"     2.\tTom Keeper"_s}));
 }
@@ -520,7 +517,7 @@ void TestFmdPasses::plannerRoad()
                          u"     5.\tMary Jane Watson"_s,
                          u"     6.\tLukas Brandt"_s,
                          u"ERROR: Unable to access "_s + playerUrl(1007, u"ghost-keeper"_s)};
-    QCOMPARE(logLines(log), lines);
+    QCOMPARE(log.lines(), lines);
     QCOMPARE(urls.size(), 15);
     QCOMPARE(urls.first(), QString());
     QCOMPARE(urls.at(1), listUrl(u"best-goalkeepers/1"_s));
@@ -541,7 +538,7 @@ void TestFmdPasses::secondRunFetchesTheFirstRunsPlayersAgain()
     QCOMPARE(FMD_League::playerUrls(),
              (QStringList{playerUrl(1002, u"tom-keeper"_s), playerUrl(1007, u"ghost-keeper"_s)}));
     QCOMPARE(web.requestCount(playerUrl(1002, u"tom-keeper"_s)), 1);
-    QVERIFY(logLines(log).contains(u"     1.\tTom Keeper"_s));
+    QVERIFY(log.lines().contains(u"     1.\tTom Keeper"_s));
 
     // Without player details no profile is fetched.
     web.clearRequests();

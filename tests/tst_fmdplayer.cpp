@@ -1,9 +1,9 @@
 #include "core/sharedstate.h"
 #include "fmd/fmdplayer.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
-#include <QPlainTextEdit>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -79,11 +79,10 @@ class TestFmdPlayer : public QObject
     Q_OBJECT
 
 private:
-    QPlainTextEdit *log = nullptr;
+    LogCapture log;
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
     void init();
 
     void freshRecord();
@@ -126,15 +125,6 @@ private slots:
 void TestFmdPlayer::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
-    log = new QPlainTextEdit;
-    setLogOutput(log);
-}
-
-void TestFmdPlayer::cleanupTestCase()
-{
-    setLogOutput(nullptr);
-    delete log;
-    log = nullptr;
 }
 
 void TestFmdPlayer::init()
@@ -794,7 +784,7 @@ void TestFmdPlayer::testReport()
     for (qsizetype i = 0; i < attributeKeys.size(); ++i)
         expected.append(u"%1: %2"_s.arg(attributeKeys.at(i)).arg(values.at(i)));
     expected += QStringList{u"CA: 0"_s, u"PA: 0"_s, u"--- COMPLETE ---"_s};
-    QCOMPARE(logLines(log), expected);
+    QCOMPARE(log.lines(), expected);
 }
 
 void TestFmdPlayer::testReportOfAFreshPage()
@@ -804,7 +794,7 @@ void TestFmdPlayer::testReportOfAFreshPage()
     QString text = u"<html><title>Ederzito FM 2019 Reviews, Profile</title></html>"_s;
     FMD_Player player;
     player.testReport(text);
-    const QStringList lines = logLines(log);
+    const QStringList lines = log.lines();
     QCOMPARE(lines.size(), 1 + 15 + 11 + 7 + 47 + 3);
     QCOMPARE(lines.mid(0, 17),
              (QStringList{

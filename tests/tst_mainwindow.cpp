@@ -1,4 +1,3 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/datawrapper.h"
@@ -10,6 +9,7 @@
 #include "status/statusdisplay.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
 #include "tests/support/windowsandbox.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmplayer.h"
@@ -24,7 +24,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocale>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -167,10 +166,7 @@ private:
 
 void TestMainWindow::initTestCase()
 {
-    setApplicationIdentity();
-    QLocale::setDefault(QLocale::c());
-    QVERIFY(dir.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(dir, web));
     fastWaits = std::make_unique<FastWaits>(1);
 }
 
@@ -183,13 +179,8 @@ void TestMainWindow::init()
 {
     QSettings().clear();
     QFile::remove(dir.filePath(u"log.txt"_s));
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
-    EP_League::teamUrls().clear();
-    EP_Team::playerUrls() = PlayerPageList();
-    FMD_League::playerUrls().clear();
-    web.clearRoutes();
-    web.clearRequests();
+    clearSiteLists();
+    resetFixtureWeb(web);
 }
 
 void TestMainWindow::cleanup()

@@ -1,4 +1,3 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/fetchtesting.h"
@@ -6,6 +5,7 @@
 #include "proxy/proxy.h"
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
 #include "tests/support/windowsandbox.h"
 
 #include <QCheckBox>
@@ -15,7 +15,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocale>
 #include <QNetworkProxy>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -110,18 +109,13 @@ private slots:
 
 void TestProxy::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
 }
 
 void TestProxy::init()
 {
     QSettings().clear();
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    resetFixtureWeb(web);
     web.routeBody(IP_ECHO_URL, echoAnswer.toUtf8());
     fast = std::make_unique<FastWaits>();
 }

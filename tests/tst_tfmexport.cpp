@@ -4,7 +4,6 @@
 #include "tfm/tfmplayer.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <QTemporaryDir>
@@ -106,22 +105,9 @@ struct Records
     Records &operator=(const Records &) = delete;
 };
 
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<unreadable>");
-    return file.readAll();
-}
-
 QByteArray firstLine(const QByteArray &bytes)
 {
     return bytes.left(bytes.indexOf('\n') + 1);
-}
-
-QStringList filesIn(const QString &folder)
-{
-    return QDir(folder).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
 }
 
 // The cells of the one row that writeUtf or writeAscii prints.
@@ -228,9 +214,9 @@ void TestTfmExport::bothFiles()
     QVERIFY(TFM_Player::exportPlayers(QFileInfo(dir.filePath(u"data.csv"_s)), records.list, utf));
 
     QCOMPARE(filesIn(dir.path()), QStringList({u"data.csv"_s, u"dataHISTORY.csv"_s}));
-    QCOMPARE(readFile(dir.filePath(u"data.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"data.csv"_s)),
              fixtureBytes(u"tfm/expected/export_main_"_s + mode + u".csv"_s));
-    QCOMPARE(readFile(dir.filePath(u"dataHISTORY.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"dataHISTORY.csv"_s)),
              fixtureBytes(u"tfm/expected/export_history_"_s + mode + u".csv"_s));
 }
 
@@ -254,7 +240,7 @@ void TestTfmExport::historyOnly()
 
     // The history goes into the chosen file; there is no main file.
     QCOMPARE(filesIn(dir.path()), QStringList({u"data.csv"_s}));
-    QCOMPARE(readFile(dir.filePath(u"data.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"data.csv"_s)),
              fixtureBytes(u"tfm/expected/export_history_"_s + mode + u".csv"_s));
 }
 
@@ -283,7 +269,7 @@ void TestTfmExport::mainOnly()
     QVERIFY(TFM_Player::exportPlayers(QFileInfo(dir.filePath(u"data.csv"_s)), records.list, utf));
 
     QCOMPARE(filesIn(dir.path()), QStringList({u"data.csv"_s}));
-    QCOMPARE(readFile(dir.filePath(u"data.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"data.csv"_s)),
              fixtureBytes(u"tfm/expected/export_main_"_s + mode + u".csv"_s));
 }
 
@@ -326,7 +312,7 @@ void TestTfmExport::emptyList()
         const QByteArray titles
             = firstLine(fixtureBytes(u"tfm/expected/"_s + titlesOf.at(i) + u".csv"_s));
         QVERIFY(titles.size() > 10);
-        QCOMPARE(readFile(dir.filePath(files.at(i))), titles);
+        QCOMPARE(fileBytes(dir.filePath(files.at(i))), titles);
     }
 }
 
@@ -363,9 +349,9 @@ void TestTfmExport::fileNames()
     // The first is the main file, the second the history file.
     const QStringList byRole
         = files.first().contains(u"HISTORY"_s) ? QStringList{files.at(1), files.at(0)} : files;
-    QCOMPARE(readFile(dir.filePath(byRole.at(0))),
+    QCOMPARE(fileBytes(dir.filePath(byRole.at(0))),
              fixtureBytes(u"tfm/expected/export_main_utf.csv"_s));
-    QCOMPARE(readFile(dir.filePath(byRole.at(1))),
+    QCOMPARE(fileBytes(dir.filePath(byRole.at(1))),
              fixtureBytes(u"tfm/expected/export_history_utf.csv"_s));
 }
 
@@ -404,7 +390,7 @@ void TestTfmExport::historyFileCannotOpen()
     Records records;
     QVERIFY(!TFM_Player::exportPlayers(QFileInfo(dir.filePath(u"data.csv"_s)), records.list, true));
     // The main file stays with its title row only.
-    QCOMPARE(readFile(dir.filePath(u"data.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"data.csv"_s)),
              firstLine(fixtureBytes(u"tfm/expected/export_main_utf.csv"_s)));
     QVERIFY(QFileInfo(dir.filePath(u"dataHISTORY.csv"_s)).isDir());
 }
@@ -526,7 +512,7 @@ void TestTfmExport::titleRowHasFortyOneCells()
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     QVERIFY(TFM_Player::exportPlayers(QFileInfo(dir.filePath(u"t.csv"_s)), {}, true));
-    QByteArray bytes = readFile(dir.filePath(u"t.csv"_s));
+    QByteArray bytes = fileBytes(dir.filePath(u"t.csv"_s));
     QVERIFY(bytes.startsWith("\xEF\xBB\xBF"));
     QVERIFY(bytes.endsWith('\n'));
     bytes = bytes.mid(3).chopped(1);
@@ -591,12 +577,12 @@ void TestTfmExport::secondExportShowsCommonName()
     const QFileInfo info(dir.filePath(u"data.csv"_s));
 
     QVERIFY(TFM_Player::exportPlayers(info, records.list, true));
-    const QByteArray first = readFile(info.filePath());
+    const QByteArray first = fileBytes(info.filePath());
     QCOMPARE(first, fixtureBytes(u"tfm/expected/export_main_utf.csv"_s));
 
     // The history rows named the nameless player after its complete name for good.
     QVERIFY(TFM_Player::exportPlayers(info, records.list, true));
-    const QByteArray second = readFile(info.filePath());
+    const QByteArray second = fileBytes(info.filePath());
     QVERIFY(first != second);
 
     const QList<QByteArray> firstRows = first.split('\n');
@@ -614,7 +600,7 @@ void TestTfmExport::secondExportShowsCommonName()
             QCOMPARE(after.at(cell), before.at(cell));
     }
     // The history file is the same both times.
-    QCOMPARE(readFile(dir.filePath(u"dataHISTORY.csv"_s)),
+    QCOMPARE(fileBytes(dir.filePath(u"dataHISTORY.csv"_s)),
              fixtureBytes(u"tfm/expected/export_history_utf.csv"_s));
 }
 

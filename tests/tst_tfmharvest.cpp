@@ -1,10 +1,10 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/sharedstate.h"
 #include "core/website.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 #include "tfm/tfmleague.h"
@@ -32,14 +32,6 @@ namespace {
 QString site(const QString &path)
 {
     return TFM_ROOT_URL + path;
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArrayLiteral("<unreadable>");
-    return file.readAll();
 }
 
 // The title row as it stands, then the other rows in sorted order.
@@ -79,10 +71,7 @@ private:
 
 void TestTfmHarvest::initTestCase()
 {
-    setApplicationIdentity();
-    QLocale::setDefault(QLocale::c());
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
     fast = std::make_unique<FastWaits>();
 }
 
@@ -90,11 +79,8 @@ void TestTfmHarvest::init()
 {
     QLocale::setDefault(QLocale::c());
     // The passes' address lists outlive a run; each test starts from empty ones.
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    clearSiteLists();
+    resetFixtureWeb(web);
     routeSite();
 }
 
@@ -237,8 +223,8 @@ void TestTfmHarvest::harvest()
     QCOMPARE(QDir(outDir.path()).entryList(QDir::Files, QDir::Name),
              QStringList({u"harvest.csv"_s, u"harvestHISTORY.csv"_s}));
     const QString prefix = u"tfm/expected/harvest_"_s + expected;
-    const QByteArray main = readFile(outDir.filePath(u"harvest.csv"_s));
-    const QByteArray history = readFile(outDir.filePath(u"harvestHISTORY.csv"_s));
+    const QByteArray main = fileBytes(outDir.filePath(u"harvest.csv"_s));
+    const QByteArray history = fileBytes(outDir.filePath(u"harvestHISTORY.csv"_s));
     const QByteArray expectedMain = fixtureBytes(prefix + u"_main_"_s + mode + u".csv"_s);
     const QByteArray expectedHistory = fixtureBytes(prefix + u"_history_"_s + mode + u".csv"_s);
     QVERIFY(!expectedMain.isEmpty());

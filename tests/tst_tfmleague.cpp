@@ -1,9 +1,9 @@
 #include "core/sharedstate.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 #include "tfm/tfmleague.h"
 
 #include <QLocale>
-#include <QPlainTextEdit>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -15,11 +15,10 @@ class TestTfmLeague : public QObject
     Q_OBJECT
 
 private:
-    QPlainTextEdit *log = nullptr;
+    LogCapture log;
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
     void init();
 
     void fixturesExist_data();
@@ -41,15 +40,6 @@ private slots:
 void TestTfmLeague::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
-    log = new QPlainTextEdit;
-    setLogOutput(log);
-}
-
-void TestTfmLeague::cleanupTestCase()
-{
-    setLogOutput(nullptr);
-    delete log;
-    log = nullptr;
 }
 
 void TestTfmLeague::init()
@@ -358,7 +348,7 @@ void TestTfmLeague::testReport()
     TFM_League league;
     QString text = fixtureText(u"tfm/"_s + fixture);
     league.testReport(text);
-    QCOMPARE(logLines(log), lines);
+    QCOMPARE(log.lines(), lines);
 }
 
 void TestTfmLeague::testReportCountsWhatEarlierPagesLeft()
@@ -367,7 +357,7 @@ void TestTfmLeague::testReportCountsWhatEarlierPagesLeft()
     TFM_League league;
     QString text = fixtureText(u"tfm/league_both.html"_s);
     league.testReport(text);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  u"--- TESTING LEAGUE WEBPAGE ---"_s,
                  u"League: DFB-Pokal"_s,
@@ -384,7 +374,7 @@ void TestTfmLeague::testReportWithoutLog()
     TFM_League league;
     QString text = fixtureText(u"tfm/league_clubs.html"_s);
     league.testReport(text);
-    setLogOutput(log);
+    setLogOutput(log.box());
     QCOMPARE(league.leagueName, u"Premier League"_s);
     QCOMPARE(TFM_League::teamUrls().size(), 5);
     QVERIFY(log->toPlainText().isEmpty());

@@ -1,4 +1,3 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/datainterface.h"
@@ -6,6 +5,8 @@
 #include "status/statusdisplay.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 #include "tfm/tfmleague.h"
@@ -14,8 +15,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QLocale>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
@@ -52,7 +51,7 @@ private:
     WindowSandbox sandbox;
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
-    QPlainTextEdit *log = nullptr;
+    LogCapture log;
     StatusDisplay *panel = nullptr;
     QList<DataWrapper *> records;
 
@@ -85,32 +84,24 @@ private slots:
 
 void TestTfmPasses::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
-    log = new QPlainTextEdit;
+    QVERIFY(startFixtureHarness(sandbox, web));
     panel = new StatusDisplay;
 }
 
 void TestTfmPasses::cleanupTestCase()
 {
-    setLogOutput(nullptr);
     setStatusDisplay(nullptr);
-    delete log;
     delete panel;
 }
 
 void TestTfmPasses::init()
 {
     // The address lists live as long as the process; each test starts afresh.
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
-    web.clearRoutes();
-    web.clearRequests();
+    clearSiteLists();
+    resetFixtureWeb(web);
     fast = std::make_unique<FastWaits>();
     log->clear();
-    setLogOutput(log);
+    setLogOutput(log.box());
     setStatusDisplay(panel);
     panel->reset();
     panel->start();
@@ -161,7 +152,7 @@ void TestTfmPasses::leagueAddressIsRewritten()
     QCOMPARE(urls, QStringList{requested});
     QCOMPARE(records.size(), 1);
     QCOMPARE(static_cast<TFM_League *>(records.first())->leagueName, u"Premier League"_s);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 1 league page(s)"_s,
@@ -185,7 +176,7 @@ void TestTfmPasses::failingLeagueIsLoggedAndTheRunGoesOn()
              (QStringList{broken + u"/plus/?saison_id=2019"_s, good + u"/plus/?saison_id=2019"_s}));
     QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls(urls));
     QCOMPARE(records.size(), 1);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 2 league page(s)"_s,
@@ -207,7 +198,7 @@ void TestTfmPasses::leaguesSharingAClubRemoveTheDuplicate()
     TFM_League::downloadLeagues(records, urls, 2019);
 
     // The second line shows the running total before the duplicate goes.
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 2 league page(s)"_s,
@@ -239,7 +230,7 @@ void TestTfmPasses::sameLeagueTwiceRemovesEveryRepeat()
     TFM_League::downloadLeagues(records, urls, 2023);
 
     QCOMPARE(web.requestCount(address + u"/plus/?saison_id=2023"_s), 2);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 2 league page(s)"_s,
@@ -260,7 +251,7 @@ void TestTfmPasses::leaguePageWithoutMarkers()
     TFM_League::downloadLeagues(records, urls, 2023);
 
     QCOMPARE(records.size(), 1);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 1 league page(s)"_s,
@@ -282,7 +273,7 @@ void TestTfmPasses::longLeagueNameIsNotCut()
 
     // The names go into the line as they are, Utf, and a name wider than its
     // field widens the line.
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 1 league page(s)"_s,
@@ -332,7 +323,7 @@ void TestTfmPasses::teamPass()
     QCOMPARE(static_cast<TFM_Team *>(records.at(2))->teamName, u"Real Madrid"_s);
     // A name with its address wider than 40 is not cut; the error line has no
     // full stop.
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 4 team page(s)"_s,
@@ -350,7 +341,7 @@ void TestTfmPasses::teamPass()
 void TestTfmPasses::teamPassOfNoAddress()
 {
     QVERIFY(TFM_Team::downloadTeams(records, {}));
-    QCOMPARE(logLines(log), (QStringList{QString(), u"Downloading 0 team page(s)"_s}));
+    QCOMPARE(log.lines(), (QStringList{QString(), u"Downloading 0 team page(s)"_s}));
     QVERIFY(web.requests().isEmpty());
     QVERIFY(records.isEmpty());
 }
@@ -374,7 +365,7 @@ void TestTfmPasses::teamPassWorksThroughTheListAsItStood()
     QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({site(arsenal), site(madrid)}));
     QCOMPARE(TFM_League::teamUrls().size(), 502);
     QCOMPARE(records.size(), 2);
-    QCOMPARE(logLines(log).at(1), u"Downloading 2 team page(s)"_s);
+    QCOMPARE(log.lines().at(1), u"Downloading 2 team page(s)"_s);
 }
 
 void TestTfmPasses::teamPassRemovesNoDuplicates()
@@ -385,7 +376,7 @@ void TestTfmPasses::teamPassRemovesNoDuplicates()
 
     QCOMPARE(web.requestCount(site(multi)), 2);
     QCOMPARE(TFM_Team::playerUrls().count(), 8);
-    QCOMPARE(logLines(log).mid(2),
+    QCOMPARE(log.lines().mid(2),
              (QStringList{
                  u"     1.\tArsenal FC (/fc-arsenal/leistungsdaten/verein/11/"
                  u"plus/1)\tPremier League                     \t     4 players"_s,
@@ -409,7 +400,7 @@ void TestTfmPasses::nationalTeamRoadRunsTheTeamPassOnly()
     QCOMPARE(web.requestedUrls(), FixtureWeb::canonicalUrls({site(path)}));
     QVERIFY(planner.leagues.isEmpty());
     QCOMPARE(planner.teams.size(), 1);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  QString(),
                  u"Downloading 1 team page(s)"_s,

@@ -4,9 +4,10 @@
 #include "core/sharedstate.h"
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
+#include "tests/support/logcapture.h"
 #include "tfm/tfmplayer.h"
 
-#include <QPlainTextEdit>
 #include <QTest>
 #include <QTimer>
 
@@ -81,12 +82,9 @@ private slots:
     void listGrowsAndRecordsClearedDuringWait();
 
 private:
-    QStringList logLines() const;
-    QStringList requestedUrls() const;
-
     FixtureWeb web;
     std::unique_ptr<FastWaits> fast;
-    std::unique_ptr<QPlainTextEdit> log;
+    LogCapture log;
     std::unique_ptr<StatusDisplay> panel;
     QList<DataWrapper *> players;
 };
@@ -96,9 +94,7 @@ void TestTfmPlayerLoop::initTestCase()
     QLocale::setDefault(QLocale::c());
     QVERIFY(web.start());
     fast = std::make_unique<FastWaits>();
-    log = std::make_unique<QPlainTextEdit>();
     panel = std::make_unique<StatusDisplay>();
-    setLogOutput(log.get());
     setStatusDisplay(panel.get());
 }
 
@@ -108,8 +104,7 @@ void TestTfmPlayerLoop::init()
     setIncludePlayerHistory(false);
     setIncludeOlympicStats(false);
     log->clear();
-    web.clearRoutes();
-    web.clearRequests();
+    resetFixtureWeb(web);
     FetchTesting::clearWaitsSeen();
 
     web.routeFile(site(smithPath), u"tfm/harvest_player_smith.html"_s);
@@ -128,30 +123,16 @@ void TestTfmPlayerLoop::cleanup()
 
 void TestTfmPlayerLoop::cleanupTestCase()
 {
-    setLogOutput(nullptr);
     setStatusDisplay(nullptr);
     setIncludePlayerData(true);
     setIncludePlayerHistory(false);
-}
-
-QStringList TestTfmPlayerLoop::logLines() const
-{
-    return log->toPlainText().split(u'\n');
-}
-
-QStringList TestTfmPlayerLoop::requestedUrls() const
-{
-    QStringList urls;
-    for (const FixtureWeb::Request &request : web.requests())
-        urls.append(request.url);
-    return urls;
 }
 
 void TestTfmPlayerLoop::modes_data()
 {
     QTest::addColumn<bool>("data");
     QTest::addColumn<bool>("history");
-    QTest::addColumn<QStringList>("log");
+    QTest::addColumn<QStringList>("expectedLog");
     QTest::addColumn<QStringList>("requests");
     QTest::addColumn<QStringList>("records");
     QTest::addColumn<QList<int>>("waits");
@@ -212,7 +193,7 @@ void TestTfmPlayerLoop::modes()
 {
     QFETCH(bool, data);
     QFETCH(bool, history);
-    QFETCH(QStringList, log);
+    QFETCH(QStringList, expectedLog);
     QFETCH(QStringList, requests);
     QFETCH(QStringList, records);
     QFETCH(QList<int>, waits);
@@ -225,8 +206,8 @@ void TestTfmPlayerLoop::modes()
     list.append(gomezPath);
     QVERIFY(TFM_Player::downloadPlayers(players, list, false));
 
-    QCOMPARE(logLines(), log);
-    QCOMPARE(requestedUrls(), requests);
+    QCOMPARE(log.lines(), expectedLog);
+    QCOMPARE(web.requestedUrls(), requests);
     QCOMPARE(summaries(players), records);
     // A data page waits 7 seconds; a history page has no delay.
     QCOMPARE(FetchTesting::waitsSeen(), waits);
@@ -256,7 +237,7 @@ void TestTfmPlayerLoop::failedDataPage()
     QCOMPARE(FetchTesting::waitsSeen(), waits);
 
     QVERIFY(players.isEmpty());
-    const QStringList lines = logLines();
+    const QStringList lines = log.lines();
     QCOMPARE(lines.size(), 3);
     QCOMPARE(lines.at(1), announcement(1, 1));
     // The error text is the network layer's own description of the last reply.
@@ -276,7 +257,7 @@ void TestTfmPlayerLoop::failedDataPageInTheMiddle()
     list.append(gomezPath);
     QVERIFY(TFM_Player::downloadPlayers(players, list, false));
 
-    const QStringList lines = logLines();
+    const QStringList lines = log.lines();
     QCOMPARE(lines.size(), 7);
     QCOMPARE(lines.at(1), announcement(3, 3));
     QCOMPARE(lines.at(2), u"     1.\tJan Smith player data"_s);
@@ -303,7 +284,7 @@ void TestTfmPlayerLoop::failedHistoryPage()
     list.append(smithPath);
     QVERIFY(TFM_Player::downloadPlayers(players, list, false));
 
-    QCOMPARE(logLines(),
+    QCOMPARE(log.lines(),
              QStringList({QString(), announcement(1, 1), u"     1.\tJan Smith player data"_s,
                           u"ERROR: Unable to access "_s + smithHistoryPath,
                           u"     2.\tJan Smith player history"_s}));
@@ -325,11 +306,11 @@ void TestTfmPlayerLoop::interval()
     list.append(u"/name/profil/spieler/12345"_s);
     QVERIFY(TFM_Player::downloadPlayers(players, list, true));
 
-    QCOMPARE(requestedUrls(),
+    QCOMPARE(web.requestedUrls(),
              QStringList({site(u"/name/profil/spieler/12345"_s), site(smithPath),
                           site(u"/name/detaillierteleistungsdaten/spieler/12345"_s),
                           site(smithHistoryPath)}));
-    QCOMPARE(logLines(),
+    QCOMPARE(log.lines(),
              QStringList({QString(), announcement(1, 1), u"     1.\tJan Smith player data"_s,
                           u"     2.\tJan Smith player history"_s}));
     // The id comes from the path that was asked for; the filler is no name.
@@ -375,7 +356,7 @@ void TestTfmPlayerLoop::pathRules()
     list.append(path);
     QVERIFY(TFM_Player::downloadPlayers(players, list, false));
 
-    QCOMPARE(requestedUrls(), QStringList({site(path), site(historyPath)}));
+    QCOMPARE(web.requestedUrls(), QStringList({site(path), site(historyPath)}));
     QCOMPARE(players.size(), 1);
     const auto *player = dynamic_cast<const TFM_Player *>(players.first());
     QVERIFY(player);
@@ -390,7 +371,7 @@ void TestTfmPlayerLoop::emptyList()
         setIncludePlayerHistory(history);
         PlayerPageList list;
         QVERIFY(TFM_Player::downloadPlayers(players, list, false));
-        QCOMPARE(logLines(), QStringList({QString(), announcement(0, 0)}));
+        QCOMPARE(log.lines(), QStringList({QString(), announcement(0, 0)}));
     }
     QVERIFY(players.isEmpty());
     QVERIFY(web.requests().isEmpty());
@@ -405,7 +386,7 @@ void TestTfmPlayerLoop::nullLog()
     list.append(smithPath);
     list.append(edersonPath);
     const bool result = TFM_Player::downloadPlayers(players, list, false);
-    setLogOutput(log.get());
+    setLogOutput(log.box());
 
     QVERIFY(result);
     QCOMPARE(summaries(players),
@@ -439,8 +420,8 @@ void TestTfmPlayerLoop::listGrowsAndRecordsClearedDuringWait()
     QVERIFY(done);
     QCOMPARE(list.count(), 3);
     // The pass went through the paths it started with and nothing else.
-    QCOMPARE(requestedUrls(), QStringList({site(smithPath), site(edersonPath)}));
-    QCOMPARE(logLines(),
+    QCOMPARE(web.requestedUrls(), QStringList({site(smithPath), site(edersonPath)}));
+    QCOMPARE(log.lines(),
              QStringList({QString(), announcement(2, 0), u"     1.\tJan Smith player data"_s,
                           u"     2.\tEderson player data"_s}));
     QCOMPARE(summaries(players), QStringList({u"4711|ederson|||Ederson|17.08.1993|FC Alpha|0"_s}));

@@ -1,9 +1,9 @@
 #include "core/sharedstate.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/testsupport.h"
 #include "tfm/tfmteam.h"
 
 #include <QLocale>
-#include <QPlainTextEdit>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -15,11 +15,10 @@ class TestTfmTeam : public QObject
     Q_OBJECT
 
 private:
-    QPlainTextEdit *log = nullptr;
+    LogCapture log;
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
     void init();
 
     void fixturesExist_data();
@@ -39,15 +38,6 @@ private slots:
 void TestTfmTeam::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
-    log = new QPlainTextEdit;
-    setLogOutput(log);
-}
-
-void TestTfmTeam::cleanupTestCase()
-{
-    setLogOutput(nullptr);
-    delete log;
-    log = nullptr;
 }
 
 void TestTfmTeam::init()
@@ -313,7 +303,7 @@ void TestTfmTeam::testReport()
     TFM_Team team;
     QString text = fixtureText(u"tfm/"_s + fixture);
     team.testReport(text);
-    QCOMPARE(logLines(log), lines);
+    QCOMPARE(log.lines(), lines);
 }
 
 void TestTfmTeam::testReportCountsWhatEarlierPagesLeft()
@@ -322,7 +312,7 @@ void TestTfmTeam::testReportCountsWhatEarlierPagesLeft()
     TFM_Team team;
     QString text = u"<title>Oslo, Norway; FK - Club profile</title>"_s;
     team.testReport(text);
-    QCOMPARE(logLines(log),
+    QCOMPARE(log.lines(),
              (QStringList{
                  u"--- TESTING TEAM ROSTER WEBPAGE ---"_s,
                  u"ASCII name: Oslo Norway FK"_s,
@@ -338,7 +328,7 @@ void TestTfmTeam::testReportWithoutLog()
     TFM_Team team;
     QString text = fixtureText(u"tfm/team_extended.html"_s);
     team.testReport(text);
-    setLogOutput(log);
+    setLogOutput(log.box());
     QCOMPARE(team.teamName, u"Brazil"_s);
     QCOMPARE(TFM_Team::playerUrls().count(), 3);
     QVERIFY(log->toPlainText().isEmpty());

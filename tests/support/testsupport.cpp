@@ -1,5 +1,6 @@
 #include "tests/support/testsupport.h"
 
+#include <QDir>
 #include <QFile>
 #include <QPlainTextEdit>
 
@@ -29,6 +30,11 @@ QByteArray fileBytes(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         return QByteArrayLiteral("<unreadable>");
     return file.readAll();
+}
+
+QStringList filesIn(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
 }
 
 QStringList logLines(const QPlainTextEdit *edit)

@@ -13,5 +13,7 @@ QByteArray fixtureBytes(const QString &relative);
 QString fixtureText(const QString &relative);
 // The bytes of any file, such as an export; "<unreadable>" when it can't be read.
 QByteArray fileBytes(const QString &path);
+// The names of the files and folders in a folder, sorted by name.
+QStringList filesIn(const QString &folder);
 // The lines of a log box.
 QStringList logLines(const QPlainTextEdit *edit);
