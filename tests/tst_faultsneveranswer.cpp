@@ -1,9 +1,9 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/website.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/fmdsite.h"
+#include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
@@ -58,10 +58,7 @@ private:
 
 void TestFaultsNeverAnswer::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
     fast = std::make_unique<FastWaits>();
 }
 
@@ -114,7 +111,6 @@ void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever()
     QFETCH(QString, lastLine);
 
     HarvestSite::startAfresh(web);
-    clearEpAndFmdLists();
     EpHarvestSite::route(web);
     FmdSite::route(web);
     FixtureWeb::Answer silent;

@@ -1,10 +1,10 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/website.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/fmdsite.h"
+#include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
@@ -101,10 +101,7 @@ private:
 
 void TestFaultsSites::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
 }
 
 void TestFaultsSites::init()
@@ -125,7 +122,7 @@ void TestFaultsSites::cleanup()
 // the players' file.
 TestFaultsSites::Run TestFaultsSites::harvest(Site site)
 {
-    clearEpAndFmdLists();
+    clearSiteLists();
     web.clearRequests();
 
     MainWindow window;

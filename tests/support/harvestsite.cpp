@@ -2,13 +2,9 @@
 
 #include "app/mainwindow.h"
 #include "core/constants.h"
-#include "ep/epleague.h"
-#include "ep/epteam.h"
-#include "fmd/fmdleague.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
-#include "tfm/tfmleague.h"
-#include "tfm/tfmteam.h"
+#include "tests/support/harness.h"
 
 #include <QFile>
 #include <QPushButton>
@@ -68,10 +64,8 @@ void route(FixtureWeb &web)
 
 void startAfresh(FixtureWeb &web)
 {
-    clearTfmLists();
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    clearSiteLists();
+    resetFixtureWeb(web);
     route(web);
 }
 
@@ -117,20 +111,6 @@ void route(FixtureWeb &web)
 }
 
 } // namespace EpHarvestSite
-
-void clearEpAndFmdLists()
-{
-    EP_League::teamUrls().clear();
-    EP_Team::playerUrls() = PlayerPageList();
-    FMD_League::playerUrls().clear();
-    FMD_League::teamUrls().clear();
-}
-
-void clearTfmLists()
-{
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
-}
 
 QByteArray saveThroughWindow(MainWindow &window, const QString &path)
 {

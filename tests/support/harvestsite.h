@@ -21,9 +21,9 @@ QString smithHistoryPath();
 QString edersonProfilePath();
 // Routes every page above; a later route of the same address replaces its page.
 void route(FixtureWeb &web);
-// A fresh start for a test: empty address lists of the passes, a web that has
-// forgotten its routes, requests and faults and is the application proxy
-// again, and the pages above routed.
+// A fresh start for a test: empty address lists of the three sites' passes, a
+// web that has forgotten its routes, requests and faults and is the application
+// proxy again, and the pages above routed.
 void startAfresh(FixtureWeb &web);
 } // namespace HarvestSite
 
@@ -38,11 +38,6 @@ QString karhutUrl();
 QString skaterUrl();
 void route(FixtureWeb &web);
 } // namespace EpHarvestSite
-
-// Empties the Transfer Markt passes' address lists, which outlive a run.
-void clearTfmLists();
-// The same for the Elite Prospects and FMDataba passes.
-void clearEpAndFmdLists();
 
 // Save As through the window's own dialog, to path: the bytes it wrote there,
 // or a null array when it wrote nothing.
