@@ -2,6 +2,7 @@
 #include "app/mainwindow.h"
 #include "core/website.h"
 #include "tests/support/dialogs.h"
+#include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
@@ -161,7 +162,7 @@ void TestBadFiles::cleanupTestCase()
 void TestBadFiles::init()
 {
     // The reports count the passes' lists, which outlive a test.
-    clearTfmLists();
+    clearSiteLists();
 }
 
 void TestBadFiles::cleanup()

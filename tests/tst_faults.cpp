@@ -1,4 +1,3 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/sharedstate.h"
@@ -6,6 +5,7 @@
 #include "proxy/proxy.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
@@ -161,10 +161,7 @@ private:
 
 void TestFaults::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
 }
 
 void TestFaults::init()

@@ -1,8 +1,9 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/website.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/fmdsite.h"
+#include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
@@ -57,46 +58,73 @@ private:
 
 void TestFaultsNeverAnswer::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
     fast = std::make_unique<FastWaits>();
 }
 
 void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever_data()
 {
+    QTest::addColumn<int>("website");
+    QTest::addColumn<QString>("input");
     QTest::addColumn<QString>("silentPage");
     QTest::addColumn<bool>("history");
     // The line that the pass wrote last before the page that never came.
     QTest::addColumn<QString>("lastLine");
-    QTest::newRow("league pass") << leagueUrl << false << u"Downloading 1 league page(s)"_s;
-    QTest::newRow("team pass") << site(HarvestSite::betaPath()) << false << u"FC Alpha"_s;
-    QTest::newRow("player pass") << site(u"/ederson/profil/spieler/4711"_s) << false
-                                 << u"Jan Smith player data"_s;
-    QTest::newRow("history pass") << site(u"/jan-smith/detaillierteleistungsdaten/spieler/12345"_s)
-                                  << true << u"Jan Smith player data"_s;
+
+    const int tfm = TransferMarkt;
+    QTest::newRow("Transfer Markt league pass")
+        << tfm << leagueAddress << leagueUrl << false << u"Downloading 1 league page(s)"_s;
+    QTest::newRow("Transfer Markt team pass")
+        << tfm << leagueAddress << site(HarvestSite::betaPath()) << false << u"FC Alpha"_s;
+    QTest::newRow("Transfer Markt player pass")
+        << tfm << leagueAddress << site(HarvestSite::edersonProfilePath()) << false
+        << u"Jan Smith player data"_s;
+    QTest::newRow("Transfer Markt history pass")
+        << tfm << leagueAddress << site(HarvestSite::smithHistoryPath()) << true
+        << u"Jan Smith player data"_s;
+
+    const int ep = EliteProspects;
+    const QString epLeague = EpHarvestSite::leagueAddress();
+    QTest::newRow("Elite Prospects league pass") << ep << epLeague << EpHarvestSite::leagueUrl()
+                                                 << false << u"Downloading 1 league page(s)"_s;
+    QTest::newRow("Elite Prospects team pass")
+        << ep << epLeague << QString(EP_ROOT_URL + u"/team/202/jaa-sudet/2023-2024"_s) << false
+        << u"Kiekko Karhut"_s;
+    QTest::newRow("Elite Prospects player pass")
+        << ep << epLeague << QString(EP_ROOT_URL + u"/player/5123/henrik-vesterinen"_s) << false
+        << u"Mattias Ekstr\u00f6m Lindqvist"_s;
+
+    const int fmd = FMDataba;
+    const QString fmdList = FmdSite::listUrl(u"best-players"_s);
+    QTest::newRow("FMDataba list walk") << fmd << fmdList << FmdSite::listUrl(u"best-players/1"_s)
+                                        << false << u"Downloading 15 league page(s)"_s;
+    QTest::newRow("FMDataba player pass")
+        << fmd << fmdList << FmdSite::playerUrl(1002, u"tom-keeper"_s) << false << u"Jan Smith"_s;
 }
 
 void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever()
 {
+    QFETCH(int, website);
+    QFETCH(QString, input);
     QFETCH(QString, silentPage);
     QFETCH(bool, history);
     QFETCH(QString, lastLine);
 
     HarvestSite::startAfresh(web);
+    EpHarvestSite::route(web);
+    FmdSite::route(web);
     FixtureWeb::Answer silent;
     silent.hold = true;
     web.route(silentPage, silent);
     QFile::remove(u"log.txt"_s);
 
     auto window = std::make_unique<MainWindow>();
-    window->websiteBox->setCurrentIndex(TransferMarkt);
+    window->websiteBox->setCurrentIndex(website);
     window->seasonBox->setValue(2023);
     window->downloadPlayerDetailsBox->setChecked(true);
     window->includePlayerDataBox->setChecked(true);
     window->includePlayerHistoryBox->setChecked(history);
-    window->urlInput->setPlainText(leagueAddress);
+    window->urlInput->setPlainText(input);
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
 
@@ -133,7 +161,7 @@ void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever()
     const QByteArray written = log.readAll();
     QVERIFY(written.contains(lastLine.toLatin1()));
     QVERIFY(written.trimmed().endsWith("----- PROCESS COMPLETE -----"));
-    QCOMPARE(QSettings().value(u"website"_s).toInt(), int(TransferMarkt));
+    QCOMPARE(QSettings().value(u"website"_s).toInt(), website);
     QCOMPARE(QSettings().value(u"include_player_history"_s).toBool(), history);
 }
 

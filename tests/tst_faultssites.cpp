@@ -1,13 +1,10 @@
-#include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
 #include "core/website.h"
-#include "ep/epleague.h"
-#include "ep/epteam.h"
-#include "fmd/fmdleague.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/fmdsite.h"
+#include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
@@ -104,30 +101,13 @@ private:
 
 void TestFaultsSites::initTestCase()
 {
-    QLocale::setDefault(QLocale::c());
-    setApplicationIdentity();
-    QVERIFY(sandbox.enter());
-    QVERIFY(web.start());
+    QVERIFY(startFixtureHarness(sandbox, web));
 }
 
 void TestFaultsSites::init()
 {
     HarvestSite::startAfresh(web);
-    EP_League::teamUrls().clear();
-    EP_Team::playerUrls() = PlayerPageList();
-    FMD_League::playerUrls().clear();
-    FMD_League::teamUrls().clear();
-    web.routeFile(ep(u"/league/test-liiga/2023-2024?team-history=complete"_s),
-                  u"ep/harvest_league.html"_s);
-    web.routeFile(ep(u"/team/101/kiekko-karhut/2023-2024"_s), u"ep/harvest_team_karhut.html"_s);
-    web.routeFile(ep(u"/team/202/jaa-sudet/2023-2024"_s), u"ep/harvest_team_sudet.html"_s);
-    web.routeFile(ep(u"/player/8001/mattias-ekstrom-lindqvist"_s), u"ep/player_skater.html"_s);
-    web.routeFile(ep(u"/player/9102/jean-luc-tremblay"_s), u"ep/player_two_nations.html"_s);
-    // His row on the second roster, which is asked for when the first roster fails.
-    web.routeFile(ep(u"/player/9102/JEAN-LUC-TREMBLAY"_s), u"ep/player_two_nations.html"_s);
-    web.routeFile(ep(u"/player/5123/henrik-vesterinen"_s), u"ep/player_goalkeeper.html"_s);
-    web.routeFile(ep(u"/player/6006/ola-nordmann"_s), u"ep/player_no_statistics.html"_s);
-    web.routeFile(ep(u"/player/7007/sidorenko"_s), u"ep/player_one_name.html"_s);
+    EpHarvestSite::route(web);
     FmdSite::route(web);
     fast = std::make_unique<FastWaits>();
 }
@@ -142,10 +122,7 @@ void TestFaultsSites::cleanup()
 // the players' file.
 TestFaultsSites::Run TestFaultsSites::harvest(Site site)
 {
-    EP_League::teamUrls().clear();
-    EP_Team::playerUrls() = PlayerPageList();
-    FMD_League::playerUrls().clear();
-    FMD_League::teamUrls().clear();
+    clearSiteLists();
     web.clearRequests();
 
     MainWindow window;
@@ -153,9 +130,10 @@ TestFaultsSites::Run TestFaultsSites::harvest(Site site)
     window.seasonBox->setValue(2023);
     window.downloadPlayerDetailsBox->setChecked(true);
     window.asciiButton->setChecked(true);
-    window.urlInput->setPlainText(
-        site == Site::EliteProspects ? ep(u"/league/faulty-liiga\n"_s) + ep(u"/league/test-liiga"_s)
-                                     : FmdSite::listUrl(u"best-players"_s));
+    window.urlInput->setPlainText(site == Site::EliteProspects
+                                      ? ep(u"/league/faulty-liiga\n"_s)
+                                          + EpHarvestSite::leagueAddress()
+                                      : FmdSite::listUrl(u"best-players"_s));
     QTest::mouseClick(window.downloadButton, Qt::LeftButton);
 
     Run run;

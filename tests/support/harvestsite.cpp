@@ -4,8 +4,7 @@
 #include "core/constants.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
-#include "tfm/tfmleague.h"
-#include "tfm/tfmteam.h"
+#include "tests/support/harness.h"
 
 #include <QFile>
 #include <QPushButton>
@@ -65,20 +64,53 @@ void route(FixtureWeb &web)
 
 void startAfresh(FixtureWeb &web)
 {
-    clearTfmLists();
-    web.clearRoutes();
-    web.clearRequests();
-    web.useAsApplicationProxy();
+    clearSiteLists();
+    resetFixtureWeb(web);
     route(web);
 }
 
 } // namespace HarvestSite
 
-void clearTfmLists()
+namespace EpHarvestSite {
+
+QString leagueAddress()
 {
-    TFM_League::teamUrls().clear();
-    TFM_Team::playerUrls() = PlayerPageList();
+    return EP_ROOT_URL + u"/league/test-liiga"_s;
 }
+
+QString leagueUrl()
+{
+    return leagueAddress() + u"/2023-2024?team-history=complete"_s;
+}
+
+QString karhutUrl()
+{
+    return EP_ROOT_URL + u"/team/101/kiekko-karhut/2023-2024"_s;
+}
+
+QString skaterUrl()
+{
+    return EP_ROOT_URL + u"/player/8001/mattias-ekstrom-lindqvist"_s;
+}
+
+void route(FixtureWeb &web)
+{
+    web.routeFile(leagueUrl(), u"ep/harvest_league.html"_s);
+    web.routeFile(karhutUrl(), u"ep/harvest_team_karhut.html"_s);
+    web.routeFile(EP_ROOT_URL + u"/team/202/jaa-sudet/2023-2024"_s,
+                  u"ep/harvest_team_sudet.html"_s);
+    web.routeFile(skaterUrl(), u"ep/player_skater.html"_s);
+    web.routeFile(EP_ROOT_URL + u"/player/9102/jean-luc-tremblay"_s,
+                  u"ep/player_two_nations.html"_s);
+    web.routeFile(EP_ROOT_URL + u"/player/9102/JEAN-LUC-TREMBLAY"_s,
+                  u"ep/player_two_nations.html"_s);
+    web.routeFile(EP_ROOT_URL + u"/player/5123/henrik-vesterinen"_s,
+                  u"ep/player_goalkeeper.html"_s);
+    web.routeFile(EP_ROOT_URL + u"/player/6006/ola-nordmann"_s, u"ep/player_no_statistics.html"_s);
+    web.routeFile(EP_ROOT_URL + u"/player/7007/sidorenko"_s, u"ep/player_one_name.html"_s);
+}
+
+} // namespace EpHarvestSite
 
 QByteArray saveThroughWindow(MainWindow &window, const QString &path)
 {

@@ -21,14 +21,23 @@ QString smithHistoryPath();
 QString edersonProfilePath();
 // Routes every page above; a later route of the same address replaces its page.
 void route(FixtureWeb &web);
-// A fresh start for a test: empty address lists of the passes, a web that has
-// forgotten its routes, requests and faults and is the application proxy
-// again, and the pages above routed.
+// A fresh start for a test: empty address lists of the three sites' passes, a
+// web that has forgotten its routes, requests and faults and is the application
+// proxy again, and the pages above routed.
 void startAfresh(FixtureWeb &web);
 } // namespace HarvestSite
 
-// Empties the Transfer Markt passes' address lists, which outlive a run.
-void clearTfmLists();
+// The Elite Prospects league of the harvest fixtures for the season 2023: two
+// teams and their players' pages, the one player on both rosters under either
+// spelling of his address.
+namespace EpHarvestSite {
+// As the user pastes it, and as the league pass asks for it (less the fragment).
+QString leagueAddress();
+QString leagueUrl();
+QString karhutUrl();
+QString skaterUrl();
+void route(FixtureWeb &web);
+} // namespace EpHarvestSite
 
 // Save As through the window's own dialog, to path: the bytes it wrote there,
 // or a null array when it wrote nothing.
