@@ -498,6 +498,22 @@ void TestEpTeamPasses::windowDownloadAndSave()
         QVERIFY2(!expected.isEmpty(), qPrintable(file));
         QCOMPARE(written, expected);
     }
+
+    // No player page was read: the two player files hold their title line alone,
+    // the first line of a full file of the same mode.
+    const QList<std::pair<QString, QString>> playerFiles
+        = {{u"players"_s, u"players"_s}, {u"player_histories"_s, u"histories"_s}};
+    for (const auto &[file, layout] : playerFiles) {
+        const QByteArray full
+            = fixtureBytes(u"ep/expected/player_export_%1_%2.csv"_s.arg(layout, mode));
+        QVERIFY2(full.count('\n') > 1, qPrintable(layout));
+        QCOMPARE(fileBytes(outDir.filePath(u"harvest_%1.csv"_s.arg(file))),
+                 full.left(full.indexOf('\n') + 1));
+    }
+    QCOMPARE(filesIn(outDir.path()),
+             (QStringList{u"harvest_club_histories.csv"_s, u"harvest_clubs.csv"_s,
+                          u"harvest_player_histories.csv"_s, u"harvest_players.csv"_s,
+                          u"harvest_retired_numbers.csv"_s}));
 }
 
 void TestEpTeamPasses::windowTestLeaguePage_data()
