@@ -80,6 +80,10 @@ QString pageText(const uint8_t *data, size_t size)
 
 void reset()
 {
+    // No event loop runs between inputs, as the window's would: the log box's
+    // scroll bar posts a queued signal for every line, and without this they
+    // would pile up input after input.
+    QCoreApplication::sendPostedEvents();
     logBox()->clear();
     TFM_League::teamUrls().clear();
     TFM_Team::playerUrls().clear();
