@@ -27,11 +27,15 @@ using namespace Qt::StringLiterals;
 // the Elite Prospects and FMDataba harvests. Each run is held to the same run
 // without the fault: a page that fails adds exactly its pass's error line for
 // that address, a page that is odd but whole adds none, the run ends with its
-// last line, the records harvested stay and Save As writes them.
+// last line, exactly the players that hung on the page are missing, and Save As
+// writes the others.
 namespace {
 
 enum class Site { EliteProspects, FMDataba };
-enum class Outcome { Fails, TakenIn };
+// A page fails (an error line, and the players that hang on it are lost), is
+// taken in whole (nothing changes), or is read but holds nothing of the site's
+// (no error line, and the players that the page would have listed are lost).
+enum class Outcome { Fails, TakenIn, ReadAsEmpty };
 
 QString ep(const QString &path)
 {
@@ -39,8 +43,9 @@ QString ep(const QString &path)
 }
 
 // One page of a pass that the fault hits: the address the pass asks for, what
-// its error line names, the fixture it stands for, and the page requested just
-// before it (for a certificate shown to the faulty page's connection alone).
+// its error line names, the fixture it stands for, the page requested just
+// before it (for a certificate shown to the faulty page's connection alone), and
+// the players the harvest loses when the page fails or is read empty.
 struct FaultyPage
 {
     Site site;
@@ -48,6 +53,8 @@ struct FaultyPage
     QString named;
     QString fixture;
     QString before;
+    qsizetype lostWhenFailed = 0;
+    qsizetype lostWhenEmpty = 0;
 };
 
 QByteArray fiftyMegabytes()
@@ -161,23 +168,28 @@ void TestFaultsSites::faultyPage_data()
     // The first league address of the Elite Prospects input is one of its own.
     const QString faultyLeague = ep(u"/league/faulty-liiga/2023-2024?team-history=complete"_s);
     const QList<QPair<FaultyPage, const char *>> pages = {
-        {{Site::EliteProspects, faultyLeague, faultyLeague, u"ep/harvest_league.html"_s, {}},
+        // The same league page stands second in the input, so its teams come anyway.
+        {{Site::EliteProspects, faultyLeague, faultyLeague, u"ep/harvest_league.html"_s, {}, 0, 0},
          "Elite Prospects league"},
+        // Three of the seven players stand on the Karhut roster alone.
         {{Site::EliteProspects, ep(u"/team/101/kiekko-karhut/2023-2024"_s),
           ep(u"/team/101/kiekko-karhut/2023-2024"_s), u"ep/harvest_team_karhut.html"_s,
-          ep(u"/league/test-liiga/2023-2024?team-history=complete"_s)},
+          ep(u"/league/test-liiga/2023-2024?team-history=complete"_s), 3, 3},
          "Elite Prospects team"},
+        // The record comes from the roster row; the player page only fills it in.
         {{Site::EliteProspects, ep(u"/player/5123/henrik-vesterinen"_s),
           ep(u"/player/5123/henrik-vesterinen"_s), u"ep/player_goalkeeper.html"_s,
-          ep(u"/player/404/missing-player"_s)},
+          ep(u"/player/404/missing-player"_s), 0, 0},
          "Elite Prospects player"},
+        // The walk ends at the faulty page: its new player and the last page's two.
         {{Site::FMDataba, FmdSite::listUrl(u"best-players/1"_s),
           FmdSite::listUrl(u"best-players/1"_s), u"fmd/list_middle.html"_s,
-          FmdSite::listUrl(u"best-players"_s)},
+          FmdSite::listUrl(u"best-players"_s), 3, 3},
          "FMDataba list walk"},
+        // A profile that fails makes no record; one read empty makes an empty one.
         {{Site::FMDataba, FmdSite::playerUrl(1002, u"tom-keeper"_s),
           FmdSite::playerUrl(1002, u"tom-keeper"_s), u"fmd/profile_goalkeeper.html"_s,
-          FmdSite::playerUrl(1001, u"jan-smith"_s)},
+          FmdSite::playerUrl(1001, u"jan-smith"_s), 1, 0},
          "FMDataba player"},
     };
     for (const auto &[page, name] : pages) {
@@ -198,7 +210,7 @@ void TestFaultsSites::faultyPage_data()
         *row("reset before any answer") << page << answer << false << false << Outcome::Fails;
         answer = {};
         answer.body = fiftyMegabytes();
-        *row("body of 50 MB") << page << answer << false << false << Outcome::TakenIn;
+        *row("body of 50 MB") << page << answer << false << false << Outcome::ReadAsEmpty;
         answer = {};
         answer.body = QByteArray(64, '\0');
         *row("body of zero bytes only") << page << answer << false << false << Outcome::Fails;
@@ -258,21 +270,26 @@ void TestFaultsSites::faultyPage()
     QStringList added = errorLines(faulty.log);
     for (const QString &line : errorLines(plain.log))
         added.removeOne(line);
+    qsizetype lost = 0;
     if (outcome == Outcome::Fails) {
         QCOMPARE(added.size(), 1);
         QVERIFY2(added.first().startsWith(u"ERROR: Unable to access "_s + page.named),
                  qPrintable(added.first()));
+        lost = page.lostWhenFailed;
     } else {
         QVERIFY2(added.isEmpty(), qPrintable(added.join(u'\n')));
+        if (outcome == Outcome::ReadAsEmpty)
+            lost = page.lostWhenEmpty;
     }
     if (untrusted)
         QCOMPARE(web.requestCount(page.url), 0);
 
-    // The records of the other pages stay, and Save As writes them.
-    QVERIFY(faulty.players > 0);
-    QVERIFY(faulty.players >= plain.players - 3);
+    // The records of the other pages stay, and Save As writes them, a line each.
+    QCOMPARE(faulty.players, plain.players - lost);
     QVERIFY(faulty.saved.startsWith("\xef\xbb\xbf"));
-    QVERIFY(faulty.saved.count('\n') >= 2);
+    QCOMPARE(faulty.saved.count('\n'), plain.saved.count('\n') - lost);
+    if (outcome == Outcome::TakenIn)
+        QCOMPARE(faulty.saved, plain.saved);
 }
 
 QTEST_MAIN(TestFaultsSites)
