@@ -105,3 +105,10 @@ qint32 parseMoney(QString &text)
     plain.remove(u"-"_s, Qt::CaseSensitive);
     return plain.toInt();
 }
+
+qint16 carryYear(qint16 candidate, qint16 &last)
+{
+    if (candidate > 999)
+        last = candidate;
+    return last;
+}

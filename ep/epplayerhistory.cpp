@@ -127,13 +127,7 @@ void EP_PlayerHistory::parsePage(QString &row)
     // the row above, of this player or of the one before.
     skipPast(row, u"<td class=\"season"_s);
     takeBetween(value, row, u">"_s, u"-"_s);
-    const auto number = static_cast<qint16>(parseMoney(value));
-    if (number > 999) {
-        year = number;
-        lastYear = number;
-    } else {
-        year = lastYear;
-    }
+    year = carryYear(static_cast<qint16>(parseMoney(value)), lastYear);
 
     skipPast(row, u"<a href="_s);
     takeBetween(club, row, u">"_s, u"</a>"_s);

@@ -48,13 +48,8 @@ void EP_TeamHistory::parsePage(QString &row)
     takeBetween(value, row, u">"_s, u"-"_s);
     // Plus one, in 16 bits: a row without a readable year gives 1 and takes the
     // season of the row before it.
-    const auto year = static_cast<qint16>(static_cast<quint32>(parseMoney(value)) + 1u);
-    if (year > 999) {
-        season = year;
-        lastSeason = year;
-    } else {
-        season = lastSeason;
-    }
+    season
+        = carryYear(static_cast<qint16>(static_cast<quint32>(parseMoney(value)) + 1u), lastSeason);
 
     skipPast(row, u"<td class=\"league\">"_s);
     takeBetween(league, row, u">"_s, u"</a>"_s);

@@ -20,6 +20,8 @@ private slots:
     void toAsciiNameLeavesTheArgument();
     void parseMoney_data();
     void parseMoney();
+    void carryYear_data();
+    void carryYear();
 };
 
 // What a float product outside the 32-bit range gives.
@@ -169,6 +171,37 @@ void TestValues::parseMoney()
 
     QCOMPARE(::parseMoney(text), value);
     QCOMPARE(text, rest);
+}
+
+void TestValues::carryYear_data()
+{
+    QTest::addColumn<qint16>("candidate");
+    QTest::addColumn<qint16>("last");
+    QTest::addColumn<qint16>("year");
+    QTest::addColumn<qint16>("lastAfter");
+
+    QTest::newRow("four digits stand")
+        << qint16(2023) << qint16(2019) << qint16(2023) << qint16(2023);
+    QTest::newRow("the smallest year")
+        << qint16(1000) << qint16(2019) << qint16(1000) << qint16(1000);
+    QTest::newRow("three digits are no year")
+        << qint16(999) << qint16(2019) << qint16(2019) << qint16(2019);
+    QTest::newRow("nothing read") << qint16(0) << qint16(2019) << qint16(2019) << qint16(2019);
+    QTest::newRow("negative") << qint16(-2023) << qint16(2019) << qint16(2019) << qint16(2019);
+    QTest::newRow("no year before") << qint16(0) << qint16(0) << qint16(0) << qint16(0);
+    QTest::newRow("an earlier year stands too")
+        << qint16(1990) << qint16(2019) << qint16(1990) << qint16(1990);
+}
+
+void TestValues::carryYear()
+{
+    QFETCH(qint16, candidate);
+    QFETCH(qint16, last);
+    QFETCH(qint16, year);
+    QFETCH(qint16, lastAfter);
+
+    QCOMPARE(::carryYear(candidate, last), year);
+    QCOMPARE(last, lastAfter);
 }
 
 QTEST_GUILESS_MAIN(TestValues)
