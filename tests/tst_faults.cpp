@@ -7,6 +7,7 @@
 #include "tests/support/fixtureweb.h"
 #include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
+#include "tests/support/networkfaults.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -123,12 +124,20 @@ int attemptsOf(Pass pass)
     return pass == Pass::Player ? 10 : 1;
 }
 
-QByteArray fiftyMegabytes()
+// What becomes of the faulty page.
+Outcome outcomeOf(NetworkFault fault)
 {
-    // Text without a single marker of any scanner, so that the scans run through
-    // it once and find nothing.
-    const QByteArray line = "lorem ipsum dolor sit amet consectetur adipiscing elit\n"_ba;
-    return line.repeated(50 * 1024 * 1024 / line.size() + 1);
+    switch (fault) {
+    case NetworkFault::FiftyMegabytes:
+        return Outcome::TakenInEmpty;
+    case NetworkFault::ZeroBytesOnly:
+        return Outcome::FailsEmpty;
+    case NetworkFault::InvalidUtf8:
+    case NetworkFault::ByteOrderMark:
+        return Outcome::TakenIn;
+    default:
+        return Outcome::Fails;
+    }
 }
 
 } // namespace
@@ -199,60 +208,14 @@ void TestFaults::faultyPage_data()
     const QList<QPair<Pass, const char *>> passes
         = {{Pass::League, "league"}, {Pass::Team, "team"}, {Pass::Player, "player"}};
     for (const auto &[pass, name] : passes) {
-        const QByteArray good = goodBody(pass);
-        auto row = [name](const char *fault) {
-            return &QTest::newRow(
-                qPrintable(u"%1: %2"_s.arg(QLatin1StringView(name), QLatin1StringView(fault))));
-        };
-        FixtureWeb::Answer answer;
-
-        answer = {};
-        answer.body = good;
-        answer.truncateBodyAt = good.size() / 2;
-        *row("closed in the middle of the body")
-            << pass << answer << false << false << Outcome::Fails;
-
-        answer = {};
-        answer.resetConnection = true;
-        *row("reset before any answer") << pass << answer << false << false << Outcome::Fails;
-
-        answer = {};
-        answer.body = fiftyMegabytes();
-        *row("body of 50 MB") << pass << answer << false << false << Outcome::TakenInEmpty;
-
-        answer = {};
-        answer.body = QByteArray(64, '\0');
-        *row("body of zero bytes only") << pass << answer << false << false << Outcome::FailsEmpty;
-
-        answer = {};
-        answer.body = "\xff\xfe\xc3("_ba + good + "\xed\xa0\x80\xc0\xaf"_ba;
-        *row("invalid UTF-8") << pass << answer << false << false << Outcome::TakenIn;
-
-        answer = {};
-        answer.body = "\xef\xbb\xbf"_ba + good;
-        *row("byte-order mark in front") << pass << answer << false << false << Outcome::TakenIn;
-
-        answer = {};
-        answer.status = 500;
-        answer.body = "<html><body>Internal trouble</body></html>"_ba;
-        *row("500 with a body") << pass << answer << false << false << Outcome::Fails;
-
-        answer = {};
-        answer.status = 404;
-        answer.body = "<html><body>No such page</body></html>"_ba;
-        *row("404 with a body") << pass << answer << false << false << Outcome::Fails;
-
-        answer = {};
-        answer.status = 302;
-        answer.location = site(u"/nowhere/to/be/found"_s).toUtf8();
-        answer.contentType.clear();
-        *row("redirect to a missing page") << pass << answer << false << false << Outcome::Fails;
-
-        *row("redirect loop") << pass << FixtureWeb::Answer() << true << false << Outcome::Fails;
-
-        answer = {};
-        answer.body = good;
-        *row("untrusted certificate") << pass << answer << false << true << Outcome::Fails;
+        const QList<FaultyAnswer> faults
+            = faultyAnswers(goodBody(pass), site(u"/nowhere/to/be/found"_s));
+        for (const FaultyAnswer &fault : faults) {
+            QTest::newRow(
+                qPrintable(u"%1: %2"_s.arg(QLatin1StringView(name), QLatin1StringView(fault.name))))
+                << pass << fault.answer << fault.redirectLoop << fault.untrusted
+                << outcomeOf(fault.fault);
+        }
     }
 }
 
@@ -290,11 +253,7 @@ void TestFaults::faultyPage()
     const QStringList lines = logLines(window.logBox);
     QCOMPARE(lines.mid(lines.size() - 3),
              (QStringList{u"----- PROCESS COMPLETE -----"_s, QString(), QString()}));
-    QStringList errors;
-    for (const QString &line : lines) {
-        if (line.startsWith(u"ERROR"_s))
-            errors.append(line);
-    }
+    const QStringList errors = errorLines(lines);
     if (outcome == Outcome::FailsEmpty) {
         // No error text to add: the reply had none. Nor is the page tried again.
         QCOMPARE(errors, QStringList{errorLine(pass)});

@@ -6,6 +6,7 @@
 #include "tests/support/fmdsite.h"
 #include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
+#include "tests/support/networkfaults.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -57,20 +58,18 @@ struct FaultyPage
     qsizetype lostWhenEmpty = 0;
 };
 
-QByteArray fiftyMegabytes()
+// What becomes of the faulty page.
+Outcome outcomeOf(NetworkFault fault)
 {
-    const QByteArray line = "lorem ipsum dolor sit amet consectetur adipiscing elit\n"_ba;
-    return line.repeated(50 * 1024 * 1024 / line.size() + 1);
-}
-
-QStringList errorLines(const QStringList &lines)
-{
-    QStringList errors;
-    for (const QString &line : lines) {
-        if (line.startsWith(u"ERROR"_s))
-            errors.append(line);
+    switch (fault) {
+    case NetworkFault::FiftyMegabytes:
+        return Outcome::ReadAsEmpty;
+    case NetworkFault::InvalidUtf8:
+    case NetworkFault::ByteOrderMark:
+        return Outcome::TakenIn;
+    default:
+        return Outcome::Fails;
     }
-    return errors;
 }
 
 } // namespace
@@ -193,51 +192,14 @@ void TestFaultsSites::faultyPage_data()
          "FMDataba player"},
     };
     for (const auto &[page, name] : pages) {
-        const QByteArray good = fixtureBytes(page.fixture);
-        auto row = [name = name](const char *fault) {
-            return &QTest::newRow(
-                qPrintable(u"%1: %2"_s.arg(QLatin1StringView(name), QLatin1StringView(fault))));
-        };
-        FixtureWeb::Answer answer;
-
-        answer = {};
-        answer.body = good;
-        answer.truncateBodyAt = good.size() / 2;
-        *row("closed in the middle of the body")
-            << page << answer << false << false << Outcome::Fails;
-        answer = {};
-        answer.resetConnection = true;
-        *row("reset before any answer") << page << answer << false << false << Outcome::Fails;
-        answer = {};
-        answer.body = fiftyMegabytes();
-        *row("body of 50 MB") << page << answer << false << false << Outcome::ReadAsEmpty;
-        answer = {};
-        answer.body = QByteArray(64, '\0');
-        *row("body of zero bytes only") << page << answer << false << false << Outcome::Fails;
-        answer = {};
-        answer.body = "\xff\xfe\xc3("_ba + good + "\xed\xa0\x80\xc0\xaf"_ba;
-        *row("invalid UTF-8") << page << answer << false << false << Outcome::TakenIn;
-        answer = {};
-        answer.body = "\xef\xbb\xbf"_ba + good;
-        *row("byte-order mark in front") << page << answer << false << false << Outcome::TakenIn;
-        answer = {};
-        answer.status = 500;
-        answer.body = "<html><body>Internal trouble</body></html>"_ba;
-        *row("500 with a body") << page << answer << false << false << Outcome::Fails;
-        answer = {};
-        answer.status = 404;
-        answer.body = "<html><body>No such page</body></html>"_ba;
-        *row("404 with a body") << page << answer << false << false << Outcome::Fails;
-        answer = {};
-        answer.status = 302;
-        answer.location
-            = (page.url.left(page.url.indexOf(u'/', 8)) + u"/nowhere/to/be/found"_s).toUtf8();
-        answer.contentType.clear();
-        *row("redirect to a missing page") << page << answer << false << false << Outcome::Fails;
-        *row("redirect loop") << page << FixtureWeb::Answer() << true << false << Outcome::Fails;
-        answer = {};
-        answer.body = good;
-        *row("untrusted certificate") << page << answer << false << true << Outcome::Fails;
+        const QString missing
+            = page.url.left(page.url.indexOf(u'/', 8)) + u"/nowhere/to/be/found"_s;
+        for (const FaultyAnswer &fault : faultyAnswers(fixtureBytes(page.fixture), missing)) {
+            QTest::newRow(
+                qPrintable(u"%1: %2"_s.arg(QLatin1StringView(name), QLatin1StringView(fault.name))))
+                << page << fault.answer << fault.redirectLoop << fault.untrusted
+                << outcomeOf(fault.fault);
+        }
     }
 }
 
