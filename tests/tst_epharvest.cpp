@@ -8,8 +8,8 @@
 #include "ep/epteam.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
-#include "tests/support/harness.h"
 #include "tests/support/testsupport.h"
+#include "tests/support/windowharness.h"
 #include "tests/support/windowsandbox.h"
 
 #include <QCheckBox>
@@ -22,7 +22,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -82,35 +81,30 @@ private slots:
 private:
     void routeSite();
 
-    FixtureWeb web;
-    std::unique_ptr<FastWaits> fast;
-    WindowSandbox sandbox;
+    WindowHarness harness;
+    FixtureWeb &web = harness.web;
+    WindowSandbox &sandbox = harness.sandbox;
 };
 
 void TestEpHarvest::initTestCase()
 {
-    QVERIFY(startFixtureHarness(sandbox, web));
-    fast = std::make_unique<FastWaits>();
+    QVERIFY(harness.start());
 }
 
 void TestEpHarvest::init()
 {
-    QLocale::setDefault(QLocale::c());
-    // The passes' address lists outlive a run; each test starts from empty ones.
-    clearSiteLists();
-    resetFixtureWeb(web);
+    harness.startTest();
     routeSite();
 }
 
 void TestEpHarvest::cleanup()
 {
-    QLocale::setDefault(QLocale::c());
-    setStatusDisplay(nullptr);
+    harness.endTest();
 }
 
 void TestEpHarvest::cleanupTestCase()
 {
-    fast.reset();
+    harness.stop();
 }
 
 void TestEpHarvest::routeSite()

@@ -5,8 +5,8 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/fmdsite.h"
-#include "tests/support/harness.h"
 #include "tests/support/testsupport.h"
+#include "tests/support/windowharness.h"
 #include "tests/support/windowsandbox.h"
 
 #include <QCheckBox>
@@ -21,7 +21,6 @@
 #include <QTest>
 #include <QTimer>
 
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -55,35 +54,31 @@ private slots:
     void testLeaguePageDuringThePlayerPass();
 
 private:
-    FixtureWeb web;
-    std::unique_ptr<FastWaits> fast;
-    WindowSandbox sandbox;
+    WindowHarness harness;
+    FixtureWeb &web = harness.web;
+    WindowSandbox &sandbox = harness.sandbox;
 };
 
 void TestFmdHarvest::initTestCase()
 {
-    QVERIFY(startFixtureHarness(sandbox, web));
-    fast = std::make_unique<FastWaits>();
+    QVERIFY(harness.start());
 }
 
 void TestFmdHarvest::init()
 {
-    QLocale::setDefault(QLocale::c());
-    // The pass's address list outlives a run; each test starts from an empty one.
-    FMD_League::playerUrls().clear();
-    resetFixtureWeb(web);
+    harness.startTest();
     FmdSite::route(web);
 }
 
 void TestFmdHarvest::cleanup()
 {
-    QLocale::setDefault(QLocale::c());
+    harness.endTest();
     QCOMPARE(pendingDialogAnswers(), 0);
 }
 
 void TestFmdHarvest::cleanupTestCase()
 {
-    fast.reset();
+    harness.stop();
 }
 
 void TestFmdHarvest::harvest_data()

@@ -4,8 +4,8 @@
 #include "core/website.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
-#include "tests/support/harness.h"
 #include "tests/support/testsupport.h"
+#include "tests/support/windowharness.h"
 #include "tests/support/windowsandbox.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmteam.h"
@@ -23,7 +23,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -64,35 +63,30 @@ private slots:
 private:
     void routeSite();
 
-    FixtureWeb web;
-    std::unique_ptr<FastWaits> fast;
-    WindowSandbox sandbox;
+    WindowHarness harness;
+    FixtureWeb &web = harness.web;
+    WindowSandbox &sandbox = harness.sandbox;
 };
 
 void TestTfmHarvest::initTestCase()
 {
-    QVERIFY(startFixtureHarness(sandbox, web));
-    fast = std::make_unique<FastWaits>();
+    QVERIFY(harness.start());
 }
 
 void TestTfmHarvest::init()
 {
-    QLocale::setDefault(QLocale::c());
-    // The passes' address lists outlive a run; each test starts from empty ones.
-    clearSiteLists();
-    resetFixtureWeb(web);
+    harness.startTest();
     routeSite();
 }
 
 void TestTfmHarvest::cleanup()
 {
-    QLocale::setDefault(QLocale::c());
-    setStatusDisplay(nullptr);
+    harness.endTest();
 }
 
 void TestTfmHarvest::cleanupTestCase()
 {
-    fast.reset();
+    harness.stop();
 }
 
 // One league of two clubs, two national teams and three players, as the site
