@@ -9,6 +9,6 @@ QString toAsciiName(const QString &name);
 // 0 when it can't be read. Rewrites text in place: a title cell's value, with
 // commas turned into points.
 qint32 parseMoney(QString &text);
-// A year of a table row: a candidate of four digits stands and becomes last;
-// anything less is no year, and the row takes last, the year of a row before.
+// A year of a table row: a candidate above 999 is a year, stands and becomes
+// last; anything less is none, and the row takes last, the year of a row before.
 qint16 carryYear(qint16 candidate, qint16 &last);
