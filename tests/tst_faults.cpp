@@ -144,7 +144,6 @@ Outcome outcomeOf(NetworkFault fault)
 
 Q_DECLARE_METATYPE(Pass)
 Q_DECLARE_METATYPE(Outcome)
-Q_DECLARE_METATYPE(FixtureWeb::Answer)
 
 class TestFaults : public QObject
 {
@@ -199,22 +198,16 @@ void TestFaults::prepare(MainWindow &window)
 void TestFaults::faultyPage_data()
 {
     QTest::addColumn<Pass>("pass");
-    QTest::addColumn<FixtureWeb::Answer>("answer");
-    // The faulty page's address sends on to these (path, answer) pairs.
-    QTest::addColumn<bool>("redirectLoop");
-    QTest::addColumn<bool>("untrusted");
+    QTest::addColumn<FaultyAnswer>("fault");
     QTest::addColumn<Outcome>("outcome");
 
     const QList<QPair<Pass, const char *>> passes
         = {{Pass::League, "league"}, {Pass::Team, "team"}, {Pass::Player, "player"}};
     for (const auto &[pass, name] : passes) {
-        const QList<FaultyAnswer> faults
-            = faultyAnswers(goodBody(pass), site(u"/nowhere/to/be/found"_s));
-        for (const FaultyAnswer &fault : faults) {
+        for (const FaultyAnswer &fault : faultyAnswers(goodBody(pass), faultyUrl(pass))) {
             QTest::newRow(
                 qPrintable(u"%1: %2"_s.arg(QLatin1StringView(name), QLatin1StringView(fault.name))))
-                << pass << fault.answer << fault.redirectLoop << fault.untrusted
-                << outcomeOf(fault.fault);
+                << pass << fault << outcomeOf(fault.fault);
         }
     }
 }
@@ -222,27 +215,15 @@ void TestFaults::faultyPage_data()
 void TestFaults::faultyPage()
 {
     QFETCH(Pass, pass);
-    QFETCH(FixtureWeb::Answer, answer);
-    QFETCH(bool, redirectLoop);
-    QFETCH(bool, untrusted);
+    QFETCH(FaultyAnswer, fault);
     QFETCH(Outcome, outcome);
 
     const QString faulty = faultyUrl(pass);
-    if (redirectLoop) {
-        const QString other = site(u"/round/and/round"_s);
-        web.routeRedirect(faulty, other);
-        web.routeRedirect(other, faulty);
-    } else {
-        web.route(faulty, answer);
-    }
-    if (untrusted) {
-        // The certificate is shown to the faulty page's connections only: those
-        // of the pages before it are trusted as always.
-        const QString before = pass == Pass::League ? QString()
-            : pass == Pass::Team                    ? leagueAddress + u"/plus/?saison_id=2023"_s
-                                                    : site(HarvestSite::smithProfilePath());
-        web.presentUntrustedCertificate(attemptsOf(pass), before);
-    }
+    // The page requested just before the faulty one.
+    const QString before = pass == Pass::League ? QString()
+        : pass == Pass::Team                    ? leagueAddress + u"/plus/?saison_id=2023"_s
+                                                : site(HarvestSite::smithProfilePath());
+    putFault(web, faulty, fault, attemptsOf(pass), before);
 
     MainWindow window;
     prepare(window);
@@ -271,10 +252,10 @@ void TestFaults::faultyPage()
     } else {
         QVERIFY2(errors.isEmpty(), qPrintable(errors.join(u'\n')));
     }
-    if (untrusted) {
+    if (fault.untrusted) {
         // The handshake failed: the page was never asked for.
         QCOMPARE(web.requestCount(faulty), 0);
-    } else if (outcome == Outcome::Fails && !redirectLoop) {
+    } else if (outcome == Outcome::Fails && !fault.redirectLoop) {
         QVERIFY(web.requestCount(faulty) >= attemptsOf(pass));
     }
 

@@ -77,7 +77,6 @@ Outcome outcomeOf(NetworkFault fault)
 Q_DECLARE_METATYPE(Site)
 Q_DECLARE_METATYPE(Outcome)
 Q_DECLARE_METATYPE(FaultyPage)
-Q_DECLARE_METATYPE(FixtureWeb::Answer)
 
 class TestFaultsSites : public QObject
 {
@@ -159,9 +158,7 @@ TestFaultsSites::Run TestFaultsSites::harvest(Site site)
 void TestFaultsSites::faultyPage_data()
 {
     QTest::addColumn<FaultyPage>("page");
-    QTest::addColumn<FixtureWeb::Answer>("answer");
-    QTest::addColumn<bool>("redirectLoop");
-    QTest::addColumn<bool>("untrusted");
+    QTest::addColumn<FaultyAnswer>("fault");
     QTest::addColumn<Outcome>("outcome");
 
     // The first league address of the Elite Prospects input is one of its own.
@@ -192,13 +189,10 @@ void TestFaultsSites::faultyPage_data()
          "FMDataba player"},
     };
     for (const auto &[page, name] : pages) {
-        const QString missing
-            = page.url.left(page.url.indexOf(u'/', 8)) + u"/nowhere/to/be/found"_s;
-        for (const FaultyAnswer &fault : faultyAnswers(fixtureBytes(page.fixture), missing)) {
+        for (const FaultyAnswer &fault : faultyAnswers(fixtureBytes(page.fixture), page.url)) {
             QTest::newRow(
                 qPrintable(u"%1: %2"_s.arg(QLatin1StringView(name), QLatin1StringView(fault.name))))
-                << page << fault.answer << fault.redirectLoop << fault.untrusted
-                << outcomeOf(fault.fault);
+                << page << fault << outcomeOf(fault.fault);
         }
     }
 }
@@ -206,9 +200,7 @@ void TestFaultsSites::faultyPage_data()
 void TestFaultsSites::faultyPage()
 {
     QFETCH(FaultyPage, page);
-    QFETCH(FixtureWeb::Answer, answer);
-    QFETCH(bool, redirectLoop);
-    QFETCH(bool, untrusted);
+    QFETCH(FaultyAnswer, fault);
     QFETCH(Outcome, outcome);
 
     // Without the fault, the page is the fixture it stands for.
@@ -216,15 +208,7 @@ void TestFaultsSites::faultyPage()
     const Run plain = harvest(page.site);
     QVERIFY(plain.players > 0);
 
-    if (redirectLoop) {
-        const QString other = page.url.left(page.url.indexOf(u'/', 8)) + u"/round/and/round"_s;
-        web.routeRedirect(page.url, other);
-        web.routeRedirect(other, page.url);
-    } else {
-        web.route(page.url, answer);
-    }
-    if (untrusted)
-        web.presentUntrustedCertificate(1, page.before);
+    putFault(web, page.url, fault, 1, page.before);
     const Run faulty = harvest(page.site);
 
     QCOMPARE(faulty.log.mid(faulty.log.size() - 3),
@@ -243,7 +227,7 @@ void TestFaultsSites::faultyPage()
         if (outcome == Outcome::ReadAsEmpty)
             lost = page.lostWhenEmpty;
     }
-    if (untrusted)
+    if (fault.untrusted)
         QCOMPARE(web.requestCount(page.url), 0);
 
     // The records of the other pages stay, and Save As writes them, a line each.

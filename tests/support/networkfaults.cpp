@@ -1,5 +1,7 @@
 #include "tests/support/networkfaults.h"
 
+#include <QUrl>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -12,9 +14,15 @@ QByteArray fiftyMegabytes()
     return line.repeated(50 * 1024 * 1024 / line.size() + 1);
 }
 
+// Another page of the site of url.
+QString sameSite(const QString &url, const QString &path)
+{
+    return QUrl(url).resolved(QUrl(path)).toString();
+}
+
 } // namespace
 
-QList<FaultyAnswer> faultyAnswers(const QByteArray &good, const QString &missingUrl)
+QList<FaultyAnswer> faultyAnswers(const QByteArray &good, const QString &url)
 {
     QList<FaultyAnswer> faults;
     auto add = [&faults](NetworkFault fault, const char *name) -> FixtureWeb::Answer & {
@@ -44,7 +52,7 @@ QList<FaultyAnswer> faultyAnswers(const QByteArray &good, const QString &missing
 
     answer = &add(NetworkFault::RedirectToMissing, "redirect to a missing page");
     answer->status = 302;
-    answer->location = missingUrl.toUtf8();
+    answer->location = sameSite(url, u"/nowhere/to/be/found"_s).toUtf8();
     answer->contentType.clear();
 
     add(NetworkFault::RedirectLoop, "redirect loop");
@@ -53,6 +61,20 @@ QList<FaultyAnswer> faultyAnswers(const QByteArray &good, const QString &missing
     add(NetworkFault::UntrustedCertificate, "untrusted certificate").body = good;
     faults.last().untrusted = true;
     return faults;
+}
+
+void putFault(FixtureWeb &web, const QString &url, const FaultyAnswer &fault, int attempts,
+              const QString &before)
+{
+    if (fault.redirectLoop) {
+        const QString other = sameSite(url, u"/round/and/round"_s);
+        web.routeRedirect(url, other);
+        web.routeRedirect(other, url);
+    } else {
+        web.route(url, fault.answer);
+    }
+    if (fault.untrusted)
+        web.presentUntrustedCertificate(attempts, before);
 }
 
 QStringList errorLines(const QStringList &lines)

@@ -3,6 +3,7 @@
 #include "tests/support/fixtureweb.h"
 
 #include <QList>
+#include <QMetaType>
 #include <QStringList>
 
 // The network faults the drills put on one page of a pass, each as the faulty
@@ -34,9 +35,16 @@ struct FaultyAnswer
     bool untrusted = false;
 };
 
-// Every fault for a page whose whole answer is good; the redirect to a missing
-// page points at missingUrl.
-QList<FaultyAnswer> faultyAnswers(const QByteArray &good, const QString &missingUrl);
+Q_DECLARE_METATYPE(FaultyAnswer)
+
+// Every fault for the page at url, whose whole answer is good.
+QList<FaultyAnswer> faultyAnswers(const QByteArray &good, const QString &url);
+// Puts the fault on the page at url: its answer, or the loop with another page
+// of the same site. An untrusted certificate is shown to as many connections as
+// attempts, those after the request for before (the first ones when empty): the
+// pages before the faulty one are trusted as always.
+void putFault(FixtureWeb &web, const QString &url, const FaultyAnswer &fault, int attempts,
+              const QString &before);
 
 // The lines of a log that are error lines.
 QStringList errorLines(const QStringList &lines);
