@@ -30,12 +30,12 @@ if [ ${#names[@]} -eq 0 ]; then
 fi
 
 # Shorter allocation stacks and a smaller quarantine: the scans allocate much
-# through Qt, and this nearly doubles the executions a second. Four frames at
+# through Qt, and this nearly doubles the executions a second. Two frames at
 # most, because deeper ones lie inside Debian's Qt, built without frame
 # pointers: there the fast unwinder reads stale stack words, nearly every
-# stack looks new, and the sanitizer's stack store grew by 8 MB blocks to half
-# a gigabyte in an hour. A finding's input replays with the full stacks.
-asan=${ASAN_OPTIONS:-halt_on_error=1:abort_on_error=1:malloc_context_size=4:quarantine_size_mb=64}
+# stack looks new, and the sanitizer's stack store grew by 8 MB blocks to
+# 700 MB in an hour. A finding's input replays with the full stacks.
+asan=${ASAN_OPTIONS:-halt_on_error=1:abort_on_error=1:malloc_context_size=2:quarantine_size_mb=64}
 export UBSAN_OPTIONS=${UBSAN_OPTIONS:-halt_on_error=1:print_stacktrace=1}
 export LSAN_OPTIONS=${LSAN_OPTIONS:-suppressions=$root/fuzz/lsan.supp}
 export QT_QPA_PLATFORM=offscreen
