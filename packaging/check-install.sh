@@ -70,6 +70,16 @@ grep -q '<image type="source"[^>]*>https://[^<]*/quillmark-window\.png</image>' 
     || fail "metainfo lacks the window screenshot"
 zcat "$share/doc/quillmark/changelog.gz" | head -n 1 | grep -qF "quillmark ($version)" \
     || fail "changelog does not start with $version"
+# The newest changelog entry dates the release in the metadata and the manual.
+released=$(zcat "$share/doc/quillmark/changelog.gz" | sed -n 's/^ -- .*  [A-Z][a-z][a-z], //p' \
+    | head -n 1 | cut -d ' ' -f 1-3)
+date=$(LC_ALL=C date -d "$released" +%F) || fail "changelog date $released"
+month=$(LC_ALL=C date -d "$released" '+%B %Y')
+grep -qF "<release version=\"$version\" date=\"$date\">" "$metainfo" \
+    || fail "metainfo does not date $version $date"
+zcat "$share/man/man1/quillmark.1.gz" | head -n 1 \
+    | grep -qxF ".TH QUILLMARK 1 \"$month\" \"Quillmark $version\" \"User Commands\"" \
+    || fail "manual page is not of $version, $month"
 
 desktop-file-validate "$desktop" || fail "desktop-file-validate"
 appstreamcli validate --no-net "$metainfo" || fail "appstreamcli validate"
