@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 void setApplicationIdentity()
 {
     QCoreApplication::setApplicationName(u"Quillmark"_s);
-    QCoreApplication::setApplicationVersion(QStringLiteral(QUILLMARK_VERSION) + u" QT6 Velmora Edition"_s);
+    QCoreApplication::setApplicationVersion(u"" QUILLMARK_VERSION " QT6 Velmora Edition"_s);
     QCoreApplication::setOrganizationName(u"TFM"_s);
     QCoreApplication::setOrganizationDomain(ORGANISATION_DOMAIN);
     // Lets the desktop match the window to the installed menu entry and its icon.
