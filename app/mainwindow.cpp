@@ -16,6 +16,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -73,10 +74,17 @@ MainWindow::MainWindow(QWidget *parent)
     promptLabel->setWordWrap(true);
 
     urlInput = new QPlainTextEdit(central);
+    // One address a line: a tab character is never wanted in it, so Tab moves
+    // on to the next control. The prompt above it is too long for a name; a
+    // screen reader gets it as the description.
+    urlInput->setTabChangesFocus(true);
+    urlInput->setAccessibleName(u"Addresses to download"_s);
+    urlInput->setAccessibleDescription(promptText());
 
     websiteBox = new QComboBox(central);
     DataInterface::fillWebsiteBox(websiteBox);
     auto *websiteGroup = groupOf(u"Website"_s, {websiteBox}, central);
+    websiteBox->setAccessibleName(websiteGroup->title());
 
     seasonBox = new QSpinBox(central);
     seasonBox->setRange(-1, 2799);
@@ -84,6 +92,7 @@ MainWindow::MainWindow(QWidget *parent)
     connect(seasonBox, &QSpinBox::valueChanged, &dataInterface, &DataInterface::setSeason);
     seasonBox->setValue(seasonFor(QDate::currentDate()));
     auto *seasonGroup = groupOf(u"Season"_s, {seasonBox}, central);
+    seasonBox->setAccessibleName(seasonGroup->title());
 
     asciiButton = new QRadioButton(u"Ascii"_s, central);
     utfButton = new QRadioButton(u"Utf"_s, central);
@@ -115,6 +124,11 @@ MainWindow::MainWindow(QWidget *parent)
 
     logBox = new QPlainTextEdit(central);
     logBox->setReadOnly(true);
+    // Read-only, yet a keyboard can move through it and select what to copy,
+    // and Tab leaves it.
+    logBox->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    logBox->setTabChangesFocus(true);
+    logBox->setAccessibleName(u"Log"_s);
 
     statusPanel = new StatusDisplay(this);
     setStatusDisplay(statusPanel);
@@ -150,6 +164,68 @@ MainWindow::MainWindow(QWidget *parent)
 
     readSettings();
     enterIdleState();
+    orderTabStops();
+    fitToTexts();
+}
+
+void MainWindow::orderTabStops()
+{
+    // Widgets join the focus chain as they are made, and the proxy row is made
+    // after the buttons and the log box that stand below it: Tab follows the
+    // window as it reads instead, left to right and top to bottom.
+    const QList<QWidget *> order = {
+        urlInput,
+        websiteBox,
+        seasonBox,
+        asciiButton,
+        utfButton,
+        downloadPlayerDetailsBox,
+        includeOlympicStatsBox,
+        includePlayerDataBox,
+        includePlayerHistoryBox,
+        proxy->enabledBox,
+        proxy->hostEdit,
+        proxy->portEdit,
+        proxy->userEdit,
+        proxy->passwordEdit,
+        proxy->testButton,
+        downloadButton,
+        saveButton,
+        testPlayerButton,
+        testTeamButton,
+        testLeagueButton,
+        logBox,
+        statusPanel->statusEdit,
+        statusPanel->pagesEdit,
+        statusPanel->progressEdit,
+        statusPanel->downloadedEdit,
+        statusPanel->elapsedEdit,
+        statusPanel->remainingEdit,
+    };
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order.at(i - 1), order.at(i));
+}
+
+void MainWindow::fitToTexts()
+{
+    // The size set first is a floor, not a fit: with Linux fonts the option row
+    // alone is wider, and a window held to it cuts its check boxes. The layout
+    // knows what every text needs, so the window opens at that size where it
+    // is larger, and can't be made smaller than that.
+    ensurePolished();
+    QSize needed = layout()->minimumSize();
+    // The prompt wraps, and the layout's minimum counts its lines at the width
+    // it likes best. At the narrowest the window may be, it can take more.
+    QLayout *grid = centralWidget()->layout();
+    if (grid->hasHeightForWidth()) {
+        const QSize around = needed - centralWidget()->minimumSizeHint();
+        const int narrowest = qMax(minimumWidth(), needed.width());
+        needed.setHeight(
+            qMax(needed.height(),
+                 grid->minimumHeightForWidth(narrowest - around.width()) + around.height()));
+    }
+    setMinimumSize(minimumSize().expandedTo(needed));
+    resize(size().expandedTo(minimumSize()));
 }
 
 MainWindow::~MainWindow()

@@ -69,4 +69,6 @@ private:
     void setControls(bool download, bool save, bool testPlayer, bool editable);
     void readSettings();
     void writeSettings();
+    void orderTabStops();
+    void fitToTexts();
 };

@@ -60,6 +60,20 @@ Proxy::Proxy(QWidget *parent)
     layout->addWidget(passwordEdit);
     layout->addWidget(testButton);
 
+    // A screen reader names each field after the label beside it; the on/off
+    // box has no text of its own and gets a name of its own.
+    hostLabel->setBuddy(hostEdit);
+    portLabel->setBuddy(portEdit);
+    userLabel->setBuddy(userEdit);
+    passwordLabel->setBuddy(passwordEdit);
+    enabledBox->setAccessibleName(u"Use a proxy"_s);
+    // The box was made last but stands first: Tab follows the row as it reads.
+    setTabOrder(enabledBox, hostEdit);
+    setTabOrder(hostEdit, portEdit);
+    setTabOrder(portEdit, userEdit);
+    setTabOrder(userEdit, passwordEdit);
+    setTabOrder(passwordEdit, testButton);
+
     // A stored proxy is only shown here; it takes effect with the next test.
     QSettings settings;
     enabledBox->setChecked(settings.value(u"proxy_enabled"_s, false).toBool());

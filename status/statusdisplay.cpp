@@ -80,8 +80,16 @@ StatusDisplay::StatusDisplay(QWidget *parent)
     statusEdit->setMinimumWidth(797);
     statusEdit->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
 
+    // Each field is the buddy of the label beside it, which gives the field its
+    // name for a screen reader.
+    const auto labelFor = [this](const QString &text, QLineEdit *edit) {
+        auto *label = new QLabel(text, this);
+        label->setBuddy(edit);
+        return label;
+    };
+
     auto *statusRow = new QHBoxLayout;
-    statusRow->addWidget(new QLabel(u"Status:"_s, this), 1, Qt::AlignRight);
+    statusRow->addWidget(labelFor(u"Status:"_s, statusEdit), 1, Qt::AlignRight);
     statusRow->addWidget(statusEdit, 100, Qt::AlignRight);
 
     auto *figuresRow = new QHBoxLayout;
@@ -91,8 +99,16 @@ StatusDisplay::StatusDisplay(QWidget *parent)
         {u"Time remaining:"_s, remainingEdit},
     };
     for (const auto &[label, edit] : figures) {
-        figuresRow->addWidget(new QLabel(label, this), 0, Qt::AlignRight);
+        figuresRow->addWidget(labelFor(label, edit), 0, Qt::AlignRight);
         figuresRow->addWidget(edit, 0, Qt::AlignRight);
+    }
+
+    // The fields were made in another order than they are read: Tab goes from
+    // the status line along the figures, left to right.
+    QWidget *previous = statusEdit;
+    for (const auto &[label, edit] : figures) {
+        setTabOrder(previous, edit);
+        previous = edit;
     }
 
     auto *layout = new QVBoxLayout(this);
