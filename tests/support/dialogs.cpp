@@ -1,63 +1,116 @@
 #include "tests/support/dialogs.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
-#include <QTimer>
+#include <QFileInfo>
+#include <QItemSelectionModel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPointer>
+#include <QQueue>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
 
 namespace {
-QString &title()
-{
-    static QString text;
-    return text;
-}
-QString &directory()
-{
-    static QString text;
-    return text;
-}
-int &pending()
-{
-    static int count = 0;
-    return count;
-}
-} // namespace
 
-void answerNextFileDialog(const QString &path)
+// Watches the whole application for a file dialog being shown, and hands it
+// the oldest answer prepared. The dialog is answered from its own event loop,
+// once exec() runs: a shown dialog is the state the answer waits for, not a
+// moment on a timer.
+class DialogAnswerer : public QObject
 {
-    auto *timer = new QTimer(qApp);
-    timer->setInterval(5);
-    ++pending();
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, path] {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
-        timer->stop();
-        timer->deleteLater();
-        --pending();
-        title() = dialog->windowTitle();
-        directory() = dialog->directory().absolutePath();
+public:
+    QQueue<QString> answers;
+    QString title;
+    QString directory;
+
+    static DialogAnswerer &instance()
+    {
+        static auto *answerer = new DialogAnswerer;
+        return *answerer;
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::Show || answers.isEmpty())
+            return false;
+        auto *dialog = qobject_cast<QFileDialog *>(watched);
+        if (!dialog || !dialog->isModal())
+            return false;
+        const QString path = answers.dequeue();
+        QMetaObject::invokeMethod(
+            dialog, [this, dialog = QPointer<QFileDialog>(dialog), path] { answer(dialog, path); },
+            Qt::QueuedConnection);
+        return false;
+    }
+
+private:
+    DialogAnswerer() { qApp->installEventFilter(this); }
+
+    void answer(QFileDialog *dialog, const QString &path)
+    {
+        title = dialog->windowTitle();
+        directory = dialog->directory().absolutePath();
         if (path.isEmpty()) {
             dialog->reject();
             return;
         }
-        dialog->selectFile(path);
+        const QString held = typeName(dialog, path);
+        const QString wanted = QDir::cleanPath(path);
+        if (held != wanted) {
+            // Cancelled, so that the slot that asked returns and the test ends
+            // on this failure rather than on what the wrong file leads to.
+            dialog->reject();
+            QTest::qFail(
+                qPrintable(u"The file dialog holds \"%1\" where \"%2\" was to be chosen"_s.arg(
+                    held, wanted)),
+                __FILE__, __LINE__);
+            return;
+        }
         // done() rather than accept(): no question about replacing a file.
         static_cast<QDialog *>(dialog)->done(QDialog::Accepted);
-    });
-    timer->start();
+    }
+
+    // Opens path's folder in the dialog and types its file name into the
+    // file-name box, as a user would, then returns what the dialog would hand
+    // back. selectFile() leaves that box alone while it has the focus, and a
+    // full path typed into it would select a file of the same name in the
+    // folder the dialog shows as well: in the file's own folder, the typed name
+    // means that one file, whatever has the focus.
+    static QString typeName(QFileDialog *dialog, const QString &path)
+    {
+        auto *nameBox = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
+        auto *list = dialog->findChild<QListView *>(u"listView"_s);
+        if (!nameBox || !list)
+            return u"(a dialog without its file-name box)"_s;
+        const QFileInfo file(path);
+        dialog->setDirectory(file.absolutePath());
+        list->selectionModel()->clearSelection();
+        nameBox->setText(file.fileName());
+        return dialog->selectedFiles().join(u" | "_s);
+    }
+};
+
+} // namespace
+
+void answerNextFileDialog(const QString &path)
+{
+    DialogAnswerer::instance().answers.enqueue(path);
 }
 
 QString lastDialogTitle()
 {
-    return title();
+    return DialogAnswerer::instance().title;
 }
 
 QString lastDialogDirectory()
 {
-    return directory();
+    return DialogAnswerer::instance().directory;
 }
 
 int pendingDialogAnswers()
 {
-    return pending();
+    return DialogAnswerer::instance().answers.size();
 }
