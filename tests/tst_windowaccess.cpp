@@ -290,6 +290,8 @@ void TestWindowAccess::textsWhole()
     }
 
     MainWindow window;
+    if (pointSize > 0)
+        QCOMPARE(window.promptLabel->font().pointSizeF(), pointSize);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     // The second run of this program asks for twice the scale: it must get it.
