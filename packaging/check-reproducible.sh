@@ -1,13 +1,13 @@
 #!/bin/sh
-# Builds the Debian package twice from this tree, into two build folders and with
-# two umasks, and checks that the two files are the same byte for byte and that
-# lintian, pedantic, has nothing to say about them. Prints the package's SHA-256.
-# Arguments: the two build folders, build-package and build-package-2 by default.
-# The second folder is built afresh; with ccache it costs little, as the first
-# build compiled the same sources with the same arguments.
+# Builds the Debian package twice and checks that the two files are the same
+# byte for byte, and that lintian, pedantic, has nothing to say about them.
+# Prints the package's SHA-256. The first build is this tree's, into
+# build-package with umask 022. The second is of a copy of this tree in
+# build-package-2, with fresh file times, another path, another build folder
+# and umask 077. With ccache the second costs little: the compiler sees the
+# same relative paths and arguments as in the first.
 set -eu
 cd "$(dirname "$0")/.."
-first=${1:-build-package} second=${2:-build-package-2}
 
 P="lintian"
 S=$([ "$(id -u)" = 0 ] || echo sudo)
@@ -15,11 +15,14 @@ dpkg -s $P >/dev/null 2>&1 || {
     $S apt-get update && $S env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $P
 }
 
-(umask 022 && packaging/build-deb.sh "$first")
-rm -rf "$second"
-(umask 077 && packaging/build-deb.sh "$second")
+(umask 022 && packaging/build-deb.sh build-package)
+rm -rf build-package-2
+mkdir -p build-package-2/quillmark
+tar -cf - --exclude=./.git --exclude='./build*' --exclude=./dist . |
+    tar -xmf - -C build-package-2/quillmark
+(umask 077 && build-package-2/quillmark/packaging/build-deb.sh build-package)
 
-a=$(ls "$first"/quillmark_*.deb) b=$(ls "$second"/quillmark_*.deb)
+a=$(ls build-package/quillmark_*.deb) b=$(ls build-package-2/quillmark/build-package/quillmark_*.deb)
 if ! cmp "$a" "$b"; then
     echo "Two builds of one commit differ: $a and $b" >&2
     for deb in "$a" "$b"; do

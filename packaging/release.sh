@@ -27,9 +27,11 @@ deb=quillmark_${version}_amd64.deb
 rm -rf dist build-rel-source
 mkdir dist build-rel-source
 
-# git archive gives every member the commit's time and fixed owners; gzip -n
-# leaves out the name and time of its own.
-git archive --format=tar --prefix="quillmark-$version/" "$commit" | gzip -9n >"dist/$tarball"
+# git archive gives every member the commit's time and fixed owners, and here
+# fixed modes and line ends whatever the caller's git configuration; gzip -n
+# leaves out a name and time of its own.
+git -c tar.umask=0022 -c core.autocrlf=false -c core.eol=lf \
+    archive --format=tar --prefix="quillmark-$version/" "$commit" | gzip -9n >"dist/$tarball"
 
 tar -xzf "dist/$tarball" -C build-rel-source
 build-rel-source/quillmark-$version/packaging/build-deb.sh
