@@ -4,6 +4,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -313,5 +314,5 @@ void TestBadFiles::saveAsIntoAFolderThatCantTakeTheFile()
     QCOMPARE(window.logBox->toPlainText(), logBefore);
 }
 
-QTEST_MAIN(TestBadFiles)
+QM_TEST_MAIN(TestBadFiles)
 #include "tst_badfiles.moc"

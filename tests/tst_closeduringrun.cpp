@@ -4,6 +4,7 @@
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/harness.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 #include "tfm/tfmteam.h"
@@ -108,5 +109,5 @@ void TestCloseDuringRun::closeWhileTheRunWaitsForAPage()
     QCOMPARE(QSettings().value(u"download_player_data"_s).toBool(), false);
 }
 
-QTEST_MAIN(TestCloseDuringRun)
+QM_TEST_MAIN(TestCloseDuringRun)
 #include "tst_closeduringrun.moc"

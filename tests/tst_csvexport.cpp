@@ -1,5 +1,6 @@
 #include "core/csvexport.h"
 #include "core/datawrapper.h"
+#include "tests/support/testmain.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -307,5 +308,5 @@ void TestCsvExport::recordFreedWholeThroughBase()
     QCOMPARE(freed, 1);
 }
 
-QTEST_GUILESS_MAIN(TestCsvExport)
+QM_TEST_GUILESS_MAIN(TestCsvExport)
 #include "tst_csvexport.moc"

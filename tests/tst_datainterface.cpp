@@ -11,6 +11,7 @@
 #include "tests/support/fixtureweb.h"
 #include "tests/support/harness.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmplayer.h"
 #include "tfm/tfmteam.h"
@@ -826,5 +827,5 @@ void TestDataInterface::testEntryDuringWaitingPass()
     QCOMPARE(web.requestCount(TFM_ROOT_URL + u"/a/profil/spieler/1"_s), 1);
 }
 
-QTEST_MAIN(TestDataInterface)
+QM_TEST_MAIN(TestDataInterface)
 #include "tst_datainterface.moc"

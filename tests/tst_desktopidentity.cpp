@@ -1,6 +1,7 @@
 #include "app/identity.h"
 #include "app/mainwindow.h"
 #include "core/constants.h"
+#include "tests/support/testmain.h"
 #include "tests/support/windowsandbox.h"
 
 #include <QApplication>
@@ -86,5 +87,5 @@ void TestDesktopIdentity::windowShowsIcon()
     QCOMPARE(window.windowTitle(), u"Quillmark v2.2.32 QT6 Velmora Edition"_s);
 }
 
-QTEST_MAIN(TestDesktopIdentity)
+QM_TEST_MAIN(TestDesktopIdentity)
 #include "tst_desktopidentity.moc"

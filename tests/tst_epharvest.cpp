@@ -8,6 +8,7 @@
 #include "ep/epteam.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowharness.h"
 #include "tests/support/windowsandbox.h"
@@ -21,7 +22,6 @@
 #include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
-
 
 using namespace Qt::StringLiterals;
 
@@ -203,5 +203,5 @@ void TestEpHarvest::saveWithoutRecords()
     QCOMPARE(QDir(outDir.path()).entryList(QDir::Files).size(), 5);
 }
 
-QTEST_MAIN(TestEpHarvest)
+QM_TEST_MAIN(TestEpHarvest)
 #include "tst_epharvest.moc"

@@ -2,6 +2,7 @@
 #include "core/sharedstate.h"
 #include "ep/epleague.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
@@ -258,5 +259,5 @@ void TestEpLeague::testReportCountsWhatEarlierPagesLeft()
     QCOMPARE(league.leagueName, u"Liga Ñ, Sur;"_s);
 }
 
-QTEST_MAIN(TestEpLeague)
+QM_TEST_MAIN(TestEpLeague)
 #include "tst_epleague.moc"

@@ -4,6 +4,7 @@
 #include "core/website.h"
 #include "ep/epplayer.h"
 #include "tests/support/dialogs.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -744,5 +745,5 @@ void TestEpPlayer::testPlayerProfileButtonPrintsTheReport()
     window.logBox->clear();
 }
 
-QTEST_MAIN(TestEpPlayer)
+QM_TEST_MAIN(TestEpPlayer)
 #include "tst_epplayer.moc"

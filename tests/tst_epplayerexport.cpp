@@ -1,4 +1,5 @@
 #include "ep/epplayer.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QFileInfo>
@@ -314,5 +315,5 @@ void TestEpPlayerExport::duplicateWithAnIndexWritesNothing()
     QVERIFY(rowOf(player, true, u'\t', QString()).startsWith(u"n\tMattias\t"_s));
 }
 
-QTEST_MAIN(TestEpPlayerExport)
+QM_TEST_MAIN(TestEpPlayerExport)
 #include "tst_epplayerexport.moc"

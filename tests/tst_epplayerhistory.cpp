@@ -1,4 +1,5 @@
 #include "ep/epplayerhistory.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
@@ -758,5 +759,5 @@ void TestEpPlayerHistory::writerKeepsThePointInAGermanLocale()
     QCOMPARE(line.count(u';'), 26);
 }
 
-QTEST_MAIN(TestEpPlayerHistory)
+QM_TEST_MAIN(TestEpPlayerHistory)
 #include "tst_epplayerhistory.moc"

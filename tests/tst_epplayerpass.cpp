@@ -13,6 +13,7 @@
 #include "tests/support/fixtureweb.h"
 #include "tests/support/harness.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -465,5 +466,5 @@ void TestEpPlayerPass::testLeaguePagePressedDuringThePlayerPass()
     window.logBox->clear();
 }
 
-QTEST_MAIN(TestEpPlayerPass)
+QM_TEST_MAIN(TestEpPlayerPass)
 #include "tst_epplayerpass.moc"

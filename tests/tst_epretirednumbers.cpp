@@ -1,5 +1,6 @@
 #include "ep/epretirednumber.h"
 #include "ep/epteamhistory.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
@@ -245,5 +246,5 @@ void TestEpRetiredNumbers::sample()
     QCOMPARE(retiredNumberSample(rows, index), line);
 }
 
-QTEST_MAIN(TestEpRetiredNumbers)
+QM_TEST_MAIN(TestEpRetiredNumbers)
 #include "tst_epretirednumbers.moc"

@@ -4,6 +4,7 @@
 #include "ep/epteam.h"
 #include "ep/playerpageentry.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
@@ -700,5 +701,5 @@ void TestEpTeam::testReportCountsEarlierEntries()
     QCOMPARE(log.lines().at(6), u"Player entries: 3"_s);
 }
 
-QTEST_MAIN(TestEpTeam)
+QM_TEST_MAIN(TestEpTeam)
 #include "tst_epteam.moc"

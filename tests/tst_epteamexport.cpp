@@ -1,6 +1,7 @@
 #include "core/sharedstate.h"
 #include "ep/epleague.h"
 #include "ep/epteam.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QDir>
@@ -346,5 +347,5 @@ void TestEpTeamExport::recordOfAnotherKind()
     QCOMPARE(fileBytes(dir.filePath(u"data_club_histories.csv"_s)), bom + historiesTitle(","));
 }
 
-QTEST_MAIN(TestEpTeamExport)
+QM_TEST_MAIN(TestEpTeamExport)
 #include "tst_epteamexport.moc"

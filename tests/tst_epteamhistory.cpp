@@ -1,4 +1,5 @@
 #include "ep/epteamhistory.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
@@ -404,5 +405,5 @@ void TestEpTeamHistory::sample()
     QCOMPARE(teamHistorySample(rows, index), line);
 }
 
-QTEST_MAIN(TestEpTeamHistory)
+QM_TEST_MAIN(TestEpTeamHistory)
 #include "tst_epteamhistory.moc"

@@ -10,6 +10,7 @@
 #include "tests/support/fixtureweb.h"
 #include "tests/support/harness.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -662,5 +663,5 @@ void TestEpTeamPasses::windowTestTeamPageWhileTheTeamPassWaits()
     QCOMPARE(EP_Team::playerUrls().entries.size(), 8);
 }
 
-QTEST_MAIN(TestEpTeamPasses)
+QM_TEST_MAIN(TestEpTeamPasses)
 #include "tst_epteampasses.moc"

@@ -8,6 +8,7 @@
 #include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
 #include "tests/support/networkfaults.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -362,5 +363,5 @@ void TestFaults::proxyThatRefuses()
     QVERIFY(!window.logBox->toPlainText().contains(u"ERROR"_s));
 }
 
-QTEST_MAIN(TestFaults)
+QM_TEST_MAIN(TestFaults)
 #include "tst_faults.moc"

@@ -5,6 +5,7 @@
 #include "tests/support/fmdsite.h"
 #include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -165,5 +166,5 @@ void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever()
     QCOMPARE(QSettings().value(u"include_player_history"_s).toBool(), history);
 }
 
-QTEST_MAIN(TestFaultsNeverAnswer)
+QM_TEST_MAIN(TestFaultsNeverAnswer)
 #include "tst_faultsneveranswer.moc"

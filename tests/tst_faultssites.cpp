@@ -7,6 +7,7 @@
 #include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
 #include "tests/support/networkfaults.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -238,5 +239,5 @@ void TestFaultsSites::faultyPage()
         QCOMPARE(faulty.saved, plain.saved);
 }
 
-QTEST_MAIN(TestFaultsSites)
+QM_TEST_MAIN(TestFaultsSites)
 #include "tst_faultssites.moc"

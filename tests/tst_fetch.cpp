@@ -7,6 +7,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/harness.h"
+#include "tests/support/testmain.h"
 #include "tests/support/windowsandbox.h"
 
 #include <QDir>
@@ -587,5 +588,5 @@ void TestFetch::windowTakesInputDuringTheWait()
     setStatusDisplay(panel.get());
 }
 
-QTEST_MAIN(TestFetch)
+QM_TEST_MAIN(TestFetch)
 #include "tst_fetch.moc"

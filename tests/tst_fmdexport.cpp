@@ -1,4 +1,5 @@
 #include "fmd/fmdplayer.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QFile>
@@ -251,6 +252,6 @@ void TestFmdExport::exportCanBeRepeated()
     qDeleteAll(players);
 }
 
-QTEST_MAIN(TestFmdExport)
+QM_TEST_MAIN(TestFmdExport)
 
 #include "tst_fmdexport.moc"

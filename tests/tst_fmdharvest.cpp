@@ -5,6 +5,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/fmdsite.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowharness.h"
 #include "tests/support/windowsandbox.h"
@@ -20,7 +21,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-
 
 using namespace Qt::StringLiterals;
 
@@ -319,6 +319,6 @@ void TestFmdHarvest::testLeaguePageDuringThePlayerPass()
     QVERIFY(rows.at(3).startsWith("1001,jan-smith,Jan,Smith,"));
 }
 
-QTEST_MAIN(TestFmdHarvest)
+QM_TEST_MAIN(TestFmdHarvest)
 
 #include "tst_fmdharvest.moc"

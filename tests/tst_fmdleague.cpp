@@ -1,6 +1,7 @@
 #include "core/sharedstate.h"
 #include "fmd/fmdleague.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
@@ -283,6 +284,6 @@ void TestFmdLeague::teamUrlsStayEmpty()
     QVERIFY(&FMD_League::teamUrls() != &FMD_League::playerUrls());
 }
 
-QTEST_MAIN(TestFmdLeague)
+QM_TEST_MAIN(TestFmdLeague)
 
 #include "tst_fmdleague.moc"

@@ -9,6 +9,7 @@
 #include "tests/support/fmdsite.h"
 #include "tests/support/harness.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QLineEdit>
@@ -548,6 +549,6 @@ void TestFmdPasses::secondRunFetchesTheFirstRunsPlayersAgain()
     QCOMPARE(web.requests().size(), 2);
 }
 
-QTEST_MAIN(TestFmdPasses)
+QM_TEST_MAIN(TestFmdPasses)
 
 #include "tst_fmdpasses.moc"

@@ -1,6 +1,7 @@
 #include "core/sharedstate.h"
 #include "fmd/fmdplayer.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 
 #include <QLocale>
@@ -822,6 +823,6 @@ void TestFmdPlayer::testReportOfAFreshPage()
     QCOMPARE(lines.last(), u"--- COMPLETE ---"_s);
 }
 
-QTEST_MAIN(TestFmdPlayer)
+QM_TEST_MAIN(TestFmdPlayer)
 
 #include "tst_fmdplayer.moc"

@@ -6,6 +6,7 @@
 #include "status/statusdisplay.h"
 #include "tests/support/fixtureweb.h"
 #include "tests/support/harness.h"
+#include "tests/support/testmain.h"
 #include "tests/support/windowsandbox.h"
 
 #include <QCheckBox>
@@ -543,5 +544,5 @@ void TestProxy::uncheckedTestTakesTheProxyOff()
     QCOMPARE(log(), checkingLine() + u"\nYour IP address: "_s + echoAnswer);
 }
 
-QTEST_MAIN(TestProxy)
+QM_TEST_MAIN(TestProxy)
 #include "tst_proxy.moc"

@@ -7,6 +7,7 @@
 #include "tests/support/fmdsite.h"
 #include "tests/support/harness.h"
 #include "tests/support/harvestsite.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 
@@ -236,5 +237,5 @@ void TestReentrancy::pressEveryLiveControlWhileAPassWaits()
         saveThroughWindow(window, sandbox.filePath(u"after.csv"_s)).startsWith("\xef\xbb\xbfId\t"));
 }
 
-QTEST_MAIN(TestReentrancy)
+QM_TEST_MAIN(TestReentrancy)
 #include "tst_reentrancy.moc"

@@ -1,4 +1,5 @@
 #include "core/scan.h"
+#include "tests/support/testmain.h"
 
 #include <QLocale>
 #include <QTest>
@@ -629,5 +630,5 @@ void TestScan::splitAtSpace()
     QCOMPARE(b.isNull(), secondNull);
 }
 
-QTEST_GUILESS_MAIN(TestScan)
+QM_TEST_GUILESS_MAIN(TestScan)
 #include "tst_scan.moc"

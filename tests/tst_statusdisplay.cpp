@@ -1,4 +1,5 @@
 #include "status/statusdisplay.h"
+#include "tests/support/testmain.h"
 
 #include <QBoxLayout>
 #include <QBuffer>
@@ -460,5 +461,5 @@ void TestStatusDisplay::writeLogHeader()
     QCOMPARE(lines.at(4), u"log text"_s);
 }
 
-QTEST_MAIN(TestStatusDisplay)
+QM_TEST_MAIN(TestStatusDisplay)
 #include "tst_statusdisplay.moc"

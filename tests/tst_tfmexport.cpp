@@ -1,4 +1,5 @@
 #include "core/sharedstate.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tfm/tfmhistory.h"
 #include "tfm/tfmplayer.h"
@@ -604,6 +605,6 @@ void TestTfmExport::secondExportShowsCommonName()
              fixtureBytes(u"tfm/expected/export_history_utf.csv"_s));
 }
 
-QTEST_GUILESS_MAIN(TestTfmExport)
+QM_TEST_GUILESS_MAIN(TestTfmExport)
 
 #include "tst_tfmexport.moc"

@@ -4,6 +4,7 @@
 #include "core/website.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowharness.h"
 #include "tests/support/windowsandbox.h"
@@ -22,7 +23,6 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
-
 
 using namespace Qt::StringLiterals;
 
@@ -232,6 +232,6 @@ void TestTfmHarvest::harvest()
     }
 }
 
-QTEST_MAIN(TestTfmHarvest)
+QM_TEST_MAIN(TestTfmHarvest)
 
 #include "tst_tfmharvest.moc"

@@ -1,6 +1,7 @@
 #include "core/constants.h"
 #include "core/sharedstate.h"
 #include "tests/support/fixtureweb.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tfm/tfmhistory.h"
 #include "tfm/tfmplayer.h"
@@ -496,5 +497,5 @@ void TestTfmHistory::downloadHistoryFailureLeavesEverything()
     QCOMPARE(web.requestCount(TFM_ROOT_URL + historyPath), 1);
 }
 
-QTEST_MAIN(TestTfmHistory)
+QM_TEST_MAIN(TestTfmHistory)
 #include "tst_tfmhistory.moc"

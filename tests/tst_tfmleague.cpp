@@ -1,5 +1,6 @@
 #include "core/sharedstate.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tfm/tfmleague.h"
 
@@ -380,5 +381,5 @@ void TestTfmLeague::testReportWithoutLog()
     QVERIFY(log->toPlainText().isEmpty());
 }
 
-QTEST_MAIN(TestTfmLeague)
+QM_TEST_MAIN(TestTfmLeague)
 #include "tst_tfmleague.moc"

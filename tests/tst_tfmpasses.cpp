@@ -7,6 +7,7 @@
 #include "tests/support/fixtureweb.h"
 #include "tests/support/harness.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 #include "tfm/tfmleague.h"
@@ -572,5 +573,5 @@ void TestTfmPasses::windowDownloadsOneLeague()
     QVERIFY(window.dataInterface.players.isEmpty());
 }
 
-QTEST_MAIN(TestTfmPasses)
+QM_TEST_MAIN(TestTfmPasses)
 #include "tst_tfmpasses.moc"

@@ -2,6 +2,7 @@
 #include "app/mainwindow.h"
 #include "core/sharedstate.h"
 #include "tests/support/dialogs.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowsandbox.h"
 #include "tfm/tfmplayer.h"
@@ -1000,5 +1001,5 @@ void TestTfmPlayer::testPlayerProfileButtonPrintsTheReport()
     window.logBox->clear();
 }
 
-QTEST_MAIN(TestTfmPlayer)
+QM_TEST_MAIN(TestTfmPlayer)
 #include "tst_tfmplayer.moc"

@@ -6,6 +6,7 @@
 #include "tests/support/fixtureweb.h"
 #include "tests/support/harness.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tfm/tfmplayer.h"
 
 #include <QTest>
@@ -427,6 +428,6 @@ void TestTfmPlayerLoop::listGrowsAndRecordsClearedDuringWait()
     QCOMPARE(summaries(players), QStringList({u"4711|ederson|||Ederson|17.08.1993|FC Alpha|0"_s}));
 }
 
-QTEST_MAIN(TestTfmPlayerLoop)
+QM_TEST_MAIN(TestTfmPlayerLoop)
 
 #include "tst_tfmplayerloop.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/testmain.h"
 #include "tfm/tfmplayer.h"
 
 #include <QLocale>
@@ -219,5 +220,5 @@ void TestTfmPositions::frStaysOneWithoutSecondaryStriker()
              qint16(1));
 }
 
-QTEST_MAIN(TestTfmPositions)
+QM_TEST_MAIN(TestTfmPositions)
 #include "tst_tfmpositions.moc"

@@ -1,5 +1,6 @@
 #include "core/sharedstate.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tfm/tfmteam.h"
 
@@ -334,5 +335,5 @@ void TestTfmTeam::testReportWithoutLog()
     QVERIFY(log->toPlainText().isEmpty());
 }
 
-QTEST_MAIN(TestTfmTeam)
+QM_TEST_MAIN(TestTfmTeam)
 #include "tst_tfmteam.moc"

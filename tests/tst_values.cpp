@@ -1,4 +1,5 @@
 #include "core/values.h"
+#include "tests/support/testmain.h"
 
 #include <QLocale>
 #include <QTest>
@@ -204,5 +205,5 @@ void TestValues::carryYear()
     QCOMPARE(last, lastAfter);
 }
 
-QTEST_GUILESS_MAIN(TestValues)
+QM_TEST_GUILESS_MAIN(TestValues)
 #include "tst_values.moc"

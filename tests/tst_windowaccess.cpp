@@ -2,6 +2,7 @@
 #include "app/mainwindow.h"
 #include "proxy/proxy.h"
 #include "status/statusdisplay.h"
+#include "tests/support/testmain.h"
 #include "tests/support/windowsandbox.h"
 
 #include <QAbstractButton>
@@ -497,5 +498,5 @@ void TestWindowAccess::fixedSizesKept()
     QCOMPARE(window.promptLabel->text(), MainWindow::promptText());
 }
 
-QTEST_MAIN(TestWindowAccess)
+QM_TEST_MAIN(TestWindowAccess)
 #include "tst_windowaccess.moc"

@@ -73,12 +73,13 @@ private:
         static_cast<QDialog *>(dialog)->done(QDialog::Accepted);
     }
 
-    // Opens path's folder in the dialog and types its file name into the
-    // file-name box, as a user would, then returns what the dialog would hand
-    // back. selectFile() leaves that box alone while it has the focus, and a
-    // full path typed into it would select a file of the same name in the
-    // folder the dialog shows as well: in the file's own folder, the typed name
-    // means that one file, whatever has the focus.
+    // Types path into the dialog's file-name box, as a user would, and returns
+    // what the dialog would hand back. selectFile() leaves that box alone
+    // while it has the focus. A whole path typed there that names a file
+    // selects it, and the dialog then writes the bare name back into the box,
+    // which also selects a file of that name in the folder it shows: so an
+    // existing folder is opened first and the bare name typed. A path in a
+    // folder that does not exist names no file, and is typed whole.
     static QString typeName(QFileDialog *dialog, const QString &path)
     {
         auto *nameBox = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
@@ -86,9 +87,11 @@ private:
         if (!nameBox || !list)
             return u"(a dialog without its file-name box)"_s;
         const QFileInfo file(path);
-        dialog->setDirectory(file.absolutePath());
+        const bool folderExists = file.absoluteDir().exists();
+        if (folderExists)
+            dialog->setDirectory(file.absolutePath());
         list->selectionModel()->clearSelection();
-        nameBox->setText(file.fileName());
+        nameBox->setText(folderExists ? file.fileName() : QDir::cleanPath(path));
         return dialog->selectedFiles().join(u" | "_s);
     }
 };
