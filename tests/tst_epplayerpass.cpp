@@ -378,21 +378,31 @@ void TestEpPlayerPass::recordsClearedAndListGrowsDuringWait()
     addRow(list, tremblaySlug, u"91"_s, u"C"_s);
 
     // What the test buttons can do while the pass waits for its first page: clear
-    // the records, and add a team's roster to the list being worked through.
+    // the records, and add a team's roster to the list being worked through. The
+    // page stays unanswered until that is done; a second request would be
+    // answered at once and fail the test below.
+    FixtureWeb::Answer answer;
+    answer.body = fixtureBytes(u"ep/player_skater.html"_s);
+    FixtureWeb::Answer held = answer;
+    held.hold = true;
+    web.routeSequence(playerUrl(skaterSlug), {held, answer});
+
     bool done = false;
-    QTimer poll;
-    poll.setInterval(0);
-    connect(&poll, &QTimer::timeout, this, [&] {
-        if (done || web.requests().isEmpty())
-            return;
-        done = true;
-        qDeleteAll(players);
-        players.clear();
-        addRow(list, u"7/late"_s, u"7"_s, u"D"_s);
+    // Its connection ends with this test, whether a request came or not.
+    QObject waitForFirstPage;
+    QMetaObject::Connection once;
+    once = connect(&web, &FixtureWeb::requestArrived, &waitForFirstPage, [&] {
+        disconnect(once);
+        // Out of the server's handler first: this runs in the fetcher's wait.
+        QTimer::singleShot(0, &waitForFirstPage, [&] {
+            done = true;
+            qDeleteAll(players);
+            players.clear();
+            addRow(list, u"7/late"_s, u"7"_s, u"D"_s);
+            web.releaseHeld();
+        });
     });
-    poll.start();
     QVERIFY(EP_Player::downloadPlayers(players, list));
-    poll.stop();
 
     QVERIFY(done);
     // The records were gone: nothing was scanned or logged for them, and no

@@ -448,22 +448,35 @@ void TestFmdPasses::playerWithoutATitle()
 void TestFmdPasses::playerPassWalksTheLiveList()
 {
     // What a league test does to the list while the pass waits for a page: it
-    // appends to it and clears the planner's records.
-    FMD_League::playerUrls() = QStringList{playerUrl(1001, u"jan-smith"_s)};
+    // appends to it and clears the planner's records. The page stays unanswered
+    // until that is done; a second request would be answered at once and fail
+    // the test below.
+    const QString smith = playerUrl(1001, u"jan-smith"_s);
+    FMD_League::playerUrls() = QStringList{smith};
+    FixtureWeb::Answer answer;
+    answer.body = fixtureBytes(u"fmd/profile_field.html"_s);
+    FixtureWeb::Answer held = answer;
+    held.hold = true;
+    web.routeSequence(smith, {held, answer});
+
     bool done = false;
-    QTimer poll;
-    poll.setInterval(0);
-    connect(&poll, &QTimer::timeout, this, [&] {
-        if (done || web.requestCount(playerUrl(1001, u"jan-smith"_s)) != 1)
+    // Its connection ends with this test, whether the request came or not.
+    QObject waitForPage;
+    QMetaObject::Connection once;
+    once = connect(&web, &FixtureWeb::requestArrived, &waitForPage, [&](const QString &url) {
+        if (url != FixtureWeb::canonicalUrl(smith))
             return;
-        done = true;
-        qDeleteAll(records);
-        records.clear();
-        FMD_League::playerUrls().append(playerUrl(1002, u"tom-keeper"_s));
+        disconnect(once);
+        // Out of the server's handler first: this runs in the fetcher's wait.
+        QTimer::singleShot(0, &waitForPage, [&] {
+            done = true;
+            qDeleteAll(records);
+            records.clear();
+            FMD_League::playerUrls().append(playerUrl(1002, u"tom-keeper"_s));
+            web.releaseHeld();
+        });
     });
-    poll.start();
     QVERIFY(FMD_Player::downloadPlayers(records, FMD_League::playerUrls(), false));
-    poll.stop();
 
     QVERIFY(done);
     QCOMPARE(web.requestedUrls(),
