@@ -261,8 +261,8 @@ void TestFmdHarvest::testLeaguePageDuringThePlayerPass()
 {
     // Tom Keeper's page stays unanswered until the click is done: the click comes
     // as soon as the request is in, and falls into the wait for it whatever the
-    // machine's load. Only the first request waits, so that a page asked for
-    // again fails the test rather than stopping it.
+    // machine's load. Only the first request waits, so that the test can't hang
+    // on a second one.
     const QString keeper = FmdSite::playerUrl(1002, u"tom-keeper"_s);
     FixtureWeb::Answer answer;
     answer.body = fixtureBytes(u"fmd/profile_goalkeeper.html"_s);
