@@ -66,7 +66,7 @@ for line in "<id>$id</id>" \
 done
 newest=$(grep -o '<release version="[^"]*"' "$metainfo" | head -n 1)
 [ "$newest" = "<release version=\"$version\"" ] || fail "newest release is $newest, not $version"
-grep -q '<image type="source"[^>]*>https://[^<]*/quillmark-window\.png</image>' "$metainfo" \
+grep -q '<image type="source"[^>]*>https://[^<]*/quillmark-window-light\.png</image>' "$metainfo" \
     || fail "metainfo lacks the window screenshot"
 zcat "$share/doc/quillmark/changelog.gz" | head -n 1 | grep -qF "quillmark ($version)" \
     || fail "changelog does not start with $version"

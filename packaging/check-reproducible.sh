@@ -9,7 +9,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-P="lintian"
+P="lintian ccache"
 S=$([ "$(id -u)" = 0 ] || echo sudo)
 dpkg -s $P >/dev/null 2>&1 || {
     $S apt-get update && $S env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $P

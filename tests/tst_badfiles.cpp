@@ -87,7 +87,15 @@ QByteArray asUtf16WithByteOrderMark(const QByteArray &page)
 // which costs nothing where realloc can move pages, but AddressSanitizer's
 // realloc copies every time, and 50 MB then take many minutes: under it the file
 // is 2 MB, still ten times a real page.
+// g++ names AddressSanitizer with a macro, clang as a feature.
 #if defined(__SANITIZE_ADDRESS__)
+#define QM_ADDRESS_SANITIZER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define QM_ADDRESS_SANITIZER 1
+#endif
+#endif
+#ifdef QM_ADDRESS_SANITIZER
 constexpr qsizetype bigFileBytes = 2 * 1024 * 1024;
 #else
 constexpr qsizetype bigFileBytes = 50 * 1024 * 1024;

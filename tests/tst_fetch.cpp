@@ -556,21 +556,29 @@ void TestFetch::windowTakesInputDuringTheWait()
     window->downloadButton->setEnabled(false);
     window->saveButton->setEnabled(false);
 
+    // The page stays unanswered until the click is done, so that the click
+    // lands in the fetch's wait however fast the machine is.
     const QString url = page(u"/slow/league"_s);
     Answer slow = answerOf(200, "<html>slow</html>");
-    slow.delayMilliseconds = 200;
+    slow.hold = true;
     web.route(url, slow);
 
     bool fetchReturned = false;
     bool clickedDuringFetch = false;
     QString title;
     bool downloadBack = false;
-    QTimer::singleShot(0, window.get(), [&] {
-        answerNextFileDialog(offline);
-        QTest::mouseClick(window->testLeagueButton, Qt::LeftButton);
-        clickedDuringFetch = !fetchReturned;
-        title = lastDialogTitle();
-        downloadBack = window->downloadButton->isEnabled() && window->saveButton->isEnabled();
+    QMetaObject::Connection once;
+    once = connect(&web, &FixtureWeb::requestArrived, window.get(), [&] {
+        disconnect(once);
+        // Out of the server's handler first: the click runs in the fetch's wait.
+        QTimer::singleShot(0, window.get(), [&] {
+            answerNextFileDialog(offline);
+            QTest::mouseClick(window->testLeagueButton, Qt::LeftButton);
+            clickedDuringFetch = !fetchReturned;
+            title = lastDialogTitle();
+            downloadBack = window->downloadButton->isEnabled() && window->saveButton->isEnabled();
+            web.releaseHeld();
+        });
     });
 
     QString text;

@@ -7,6 +7,7 @@
 #include "tests/support/harness.h"
 #include "tests/support/logcapture.h"
 #include "tests/support/testmain.h"
+#include "tests/support/testsupport.h"
 #include "tfm/tfmplayer.h"
 
 #include <QTest>
@@ -402,23 +403,37 @@ void TestTfmPlayerLoop::listGrowsAndRecordsClearedDuringWait()
     list.append(edersonPath);
 
     // What a test button can do while the pass waits for a page: clear the records
-    // and add to the shared list.
+    // and add to the shared list. The second page stays unanswered until that is
+    // done.
+    FixtureWeb::Answer held;
+    held.body = fixtureBytes(u"tfm/harvest_player_ederson.html"_s);
+    held.hold = true;
+    web.route(site(edersonPath), held);
+
     bool done = false;
-    QTimer poll;
-    poll.setInterval(0);
-    connect(&poll, &QTimer::timeout, this, [&] {
-        if (done || players.size() != 1)
+    int playersWhileWaiting = -1;
+    // Its connection ends with this test, whether a request came or not.
+    QObject waitForSecondPage;
+    const QString secondKey = FixtureWeb::canonicalUrl(site(edersonPath));
+    QMetaObject::Connection once;
+    once = connect(&web, &FixtureWeb::requestArrived, &waitForSecondPage, [&](const QString &url) {
+        if (url != secondKey)
             return;
-        done = true;
-        qDeleteAll(players);
-        players.clear();
-        list.append(gomezPath);
+        disconnect(once);
+        // Out of the server's handler first: this runs in the fetcher's wait.
+        QTimer::singleShot(0, &waitForSecondPage, [&] {
+            done = true;
+            playersWhileWaiting = int(players.size());
+            qDeleteAll(players);
+            players.clear();
+            list.append(gomezPath);
+            web.releaseHeld();
+        });
     });
-    poll.start();
     QVERIFY(TFM_Player::downloadPlayers(players, list, false));
-    poll.stop();
 
     QVERIFY(done);
+    QCOMPARE(playersWhileWaiting, 1);
     QCOMPARE(list.count(), 3);
     // The pass went through the paths it started with and nothing else.
     QCOMPARE(web.requestedUrls(), QStringList({site(smithPath), site(edersonPath)}));
