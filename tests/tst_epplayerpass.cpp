@@ -388,19 +388,13 @@ void TestEpPlayerPass::recordsClearedAndListGrowsDuringWait()
     web.routeSequence(playerUrl(skaterSlug), {held, answer});
 
     bool done = false;
-    // Its connection ends with this test, whether a request came or not.
-    QObject waitForFirstPage;
-    QMetaObject::Connection once;
-    once = connect(&web, &FixtureWeb::requestArrived, &waitForFirstPage, [&] {
-        disconnect(once);
-        // Out of the server's handler first: this runs in the fetcher's wait.
-        QTimer::singleShot(0, &waitForFirstPage, [&] {
-            done = true;
-            qDeleteAll(players);
-            players.clear();
-            addRow(list, u"7/late"_s, u"7"_s, u"D"_s);
-            web.releaseHeld();
-        });
+    QObject thisTest;
+    web.whenRequested(QString(), &thisTest, [&] {
+        done = true;
+        qDeleteAll(players);
+        players.clear();
+        addRow(list, u"7/late"_s, u"7"_s, u"D"_s);
+        web.releaseHeld();
     });
     QVERIFY(EP_Player::downloadPlayers(players, list));
 

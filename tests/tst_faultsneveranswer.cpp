@@ -131,14 +131,7 @@ void TestFaultsNeverAnswer::closeTheWindowWhileAPassWaitsForever()
 
     // The user gives up on the silent page and closes the window, through the
     // wait's own event loop as a click on the title bar's button would.
-    const QString silentKey = FixtureWeb::canonicalUrl(silentPage);
-    QMetaObject::Connection once;
-    once = connect(&web, &FixtureWeb::requestArrived, window.get(), [&](const QString &url) {
-        if (url != silentKey)
-            return;
-        disconnect(once);
-        QTimer::singleShot(0, window.get(), [&] { window->windowHandle()->close(); });
-    });
+    web.whenRequested(silentPage, window.get(), [&] { window->windowHandle()->close(); });
     bool runReturned = false;
     QTimer::singleShot(0, window.get(), [&] {
         window->downloadButton->click();

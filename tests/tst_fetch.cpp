@@ -567,18 +567,13 @@ void TestFetch::windowTakesInputDuringTheWait()
     bool clickedDuringFetch = false;
     QString title;
     bool downloadBack = false;
-    QMetaObject::Connection once;
-    once = connect(&web, &FixtureWeb::requestArrived, window.get(), [&] {
-        disconnect(once);
-        // Out of the server's handler first: the click runs in the fetch's wait.
-        QTimer::singleShot(0, window.get(), [&] {
-            answerNextFileDialog(offline);
-            QTest::mouseClick(window->testLeagueButton, Qt::LeftButton);
-            clickedDuringFetch = !fetchReturned;
-            title = lastDialogTitle();
-            downloadBack = window->downloadButton->isEnabled() && window->saveButton->isEnabled();
-            web.releaseHeld();
-        });
+    web.whenRequested(url, window.get(), [&] {
+        answerNextFileDialog(offline);
+        QTest::mouseClick(window->testLeagueButton, Qt::LeftButton);
+        clickedDuringFetch = !fetchReturned;
+        title = lastDialogTitle();
+        downloadBack = window->downloadButton->isEnabled() && window->saveButton->isEnabled();
+        web.releaseHeld();
     });
 
     QString text;

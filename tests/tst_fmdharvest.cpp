@@ -20,7 +20,6 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -280,19 +279,12 @@ void TestFmdHarvest::testLeaguePageDuringThePlayerPass()
 
     bool clicked = false;
     bool enabledDuringTheWait = false;
-    QMetaObject::Connection once;
-    once = connect(&web, &FixtureWeb::requestArrived, &window, [&](const QString &url) {
-        if (url != FixtureWeb::canonicalUrl(keeper))
-            return;
-        disconnect(once);
-        // Out of the server's handler first: the click runs in the fetcher's wait.
-        QTimer::singleShot(0, &window, [&] {
-            clicked = true;
-            enabledDuringTheWait = window.testLeagueButton->isEnabled();
-            answerNextFileDialog(fixturePath(u"fmd/list_middle.html"_s));
-            window.testLeagueButton->click();
-            web.releaseHeld();
-        });
+    web.whenRequested(keeper, &window, [&] {
+        clicked = true;
+        enabledDuringTheWait = window.testLeagueButton->isEnabled();
+        answerNextFileDialog(fixturePath(u"fmd/list_middle.html"_s));
+        window.testLeagueButton->click();
+        web.releaseHeld();
     });
     QTest::mouseClick(window.downloadButton, Qt::LeftButton);
 

@@ -16,7 +16,6 @@
 #include <QLocale>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 
 #include <memory>
 
@@ -460,21 +459,13 @@ void TestFmdPasses::playerPassWalksTheLiveList()
     web.routeSequence(smith, {held, answer});
 
     bool done = false;
-    // Its connection ends with this test, whether the request came or not.
-    QObject waitForPage;
-    QMetaObject::Connection once;
-    once = connect(&web, &FixtureWeb::requestArrived, &waitForPage, [&](const QString &url) {
-        if (url != FixtureWeb::canonicalUrl(smith))
-            return;
-        disconnect(once);
-        // Out of the server's handler first: this runs in the fetcher's wait.
-        QTimer::singleShot(0, &waitForPage, [&] {
-            done = true;
-            qDeleteAll(records);
-            records.clear();
-            FMD_League::playerUrls().append(playerUrl(1002, u"tom-keeper"_s));
-            web.releaseHeld();
-        });
+    QObject thisTest;
+    web.whenRequested(smith, &thisTest, [&] {
+        done = true;
+        qDeleteAll(records);
+        records.clear();
+        FMD_League::playerUrls().append(playerUrl(1002, u"tom-keeper"_s));
+        web.releaseHeld();
     });
     QVERIFY(FMD_Player::downloadPlayers(records, FMD_League::playerUrls(), false));
 

@@ -37,7 +37,6 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QToolBar>
 
 #include <memory>
@@ -895,20 +894,12 @@ void TestMainWindow::testButtonWhileRunWaits()
 
     int teamsBeforeTest = -1;
     QString stateAfterTest;
-    const QString secondKey = FixtureWeb::canonicalUrl(second);
-    QMetaObject::Connection once;
-    once = connect(&web, &FixtureWeb::requestArrived, window.get(), [&](const QString &url) {
-        if (url != secondKey)
-            return;
-        disconnect(once);
-        // Out of the server's handler first: the test runs in the run's wait.
-        QTimer::singleShot(0, window.get(), [&] {
-            teamsBeforeTest = int(window->dataInterface.teams.size());
-            answerNextFileDialog(page);
-            window->testLeagueButton->click();
-            stateAfterTest = stateOf(*window);
-            web.releaseHeld();
-        });
+    web.whenRequested(second, window.get(), [&] {
+        teamsBeforeTest = int(window->dataInterface.teams.size());
+        answerNextFileDialog(page);
+        window->testLeagueButton->click();
+        stateAfterTest = stateOf(*window);
+        web.releaseHeld();
     });
     window->downloadButton->click();
 

@@ -20,7 +20,6 @@
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTest>
-#include <QTimer>
 
 #include <memory>
 
@@ -206,16 +205,10 @@ void TestReentrancy::pressEveryLiveControlWhileAPassWaits()
     window.urlInput->setPlainText(input);
 
     bool pressed = false;
-    const QString canonicalHeld = FixtureWeb::canonicalUrl(heldPage);
-    connect(&web, &FixtureWeb::requestArrived, &window, [&](const QString &url) {
-        if (pressed || url != canonicalHeld)
-            return;
+    web.whenRequested(heldPage, &window, [&] {
         pressed = true;
-        // Out of the server's handler first: the presses run in the fetcher's wait.
-        QTimer::singleShot(0, &window, [&] {
-            pressEverything(window, leaguePage, teamPage);
-            web.releaseHeld();
-        });
+        pressEverything(window, leaguePage, teamPage);
+        web.releaseHeld();
     });
     QTest::mouseClick(window.downloadButton, Qt::LeftButton);
 

@@ -11,7 +11,6 @@
 #include "tfm/tfmplayer.h"
 
 #include <QTest>
-#include <QTimer>
 
 #include <memory>
 
@@ -412,23 +411,14 @@ void TestTfmPlayerLoop::listGrowsAndRecordsClearedDuringWait()
 
     bool done = false;
     int playersWhileWaiting = -1;
-    // Its connection ends with this test, whether a request came or not.
-    QObject waitForSecondPage;
-    const QString secondKey = FixtureWeb::canonicalUrl(site(edersonPath));
-    QMetaObject::Connection once;
-    once = connect(&web, &FixtureWeb::requestArrived, &waitForSecondPage, [&](const QString &url) {
-        if (url != secondKey)
-            return;
-        disconnect(once);
-        // Out of the server's handler first: this runs in the fetcher's wait.
-        QTimer::singleShot(0, &waitForSecondPage, [&] {
-            done = true;
-            playersWhileWaiting = int(players.size());
-            qDeleteAll(players);
-            players.clear();
-            list.append(gomezPath);
-            web.releaseHeld();
-        });
+    QObject thisTest;
+    web.whenRequested(site(edersonPath), &thisTest, [&] {
+        done = true;
+        playersWhileWaiting = int(players.size());
+        qDeleteAll(players);
+        players.clear();
+        list.append(gomezPath);
+        web.releaseHeld();
     });
     QVERIFY(TFM_Player::downloadPlayers(players, list, false));
 

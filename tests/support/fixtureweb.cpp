@@ -645,6 +645,19 @@ void FixtureWeb::releaseHeld()
     }
 }
 
+void FixtureWeb::whenRequested(const QString &url, QObject *context, std::function<void()> action)
+{
+    const QString key = url.isEmpty() ? QString() : canonicalUrl(url);
+    auto watch = std::make_shared<QMetaObject::Connection>();
+    *watch = connect(this, &FixtureWeb::requestArrived, context,
+                     [key, context, watch, action = std::move(action)](const QString &arrived) {
+                         if (!key.isEmpty() && arrived != key)
+                             return;
+                         disconnect(*watch);
+                         QTimer::singleShot(0, context, action);
+                     });
+}
+
 void FixtureWeb::setProxyRefusesLogins(bool refuse)
 {
     d->refuseLogins = refuse;

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 // An in-process web on loopback for end-to-end tests. The origin answers for the
 // sites' real host names over HTTPS, with a certificate of a test authority that
 // only this process trusts, and over plain HTTP on its own port. A SOCKS5 proxy
@@ -90,6 +92,12 @@ public:
 
     // Sends every answer held back so far.
     void releaseHeld();
+    // Runs action once, when the first request for url comes in (with an empty
+    // url, the first request of all). It is posted out of the server's handler,
+    // so it runs in the event loop of the client that waits for the answer: with
+    // that answer held, the action has the wait to itself. The watch ends with
+    // context, whether a request came or not.
+    void whenRequested(const QString &url, QObject *context, std::function<void()> action);
 
     QList<Request> requests() const;
     // The addresses of requests(), in order.
