@@ -11,7 +11,6 @@
 #include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowharness.h"
-#include "tests/support/windowsandbox.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -83,7 +82,6 @@ private:
 
     WindowHarness harness;
     FixtureWeb &web = harness.web;
-    WindowSandbox &sandbox = harness.sandbox;
 };
 
 void TestEpHarvest::initTestCase()

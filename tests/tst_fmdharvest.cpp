@@ -8,7 +8,6 @@
 #include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowharness.h"
-#include "tests/support/windowsandbox.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -55,7 +54,6 @@ private slots:
 private:
     WindowHarness harness;
     FixtureWeb &web = harness.web;
-    WindowSandbox &sandbox = harness.sandbox;
 };
 
 void TestFmdHarvest::initTestCase()

@@ -7,7 +7,6 @@
 #include "tests/support/testmain.h"
 #include "tests/support/testsupport.h"
 #include "tests/support/windowharness.h"
-#include "tests/support/windowsandbox.h"
 #include "tfm/tfmleague.h"
 #include "tfm/tfmteam.h"
 
@@ -65,7 +64,6 @@ private:
 
     WindowHarness harness;
     FixtureWeb &web = harness.web;
-    WindowSandbox &sandbox = harness.sandbox;
 };
 
 void TestTfmHarvest::initTestCase()
